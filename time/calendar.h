@@ -1,0 +1,125 @@
+#pragma once
+
+#include <time/date.h>
+#include <time/export.h>
+#include <time/time_of_day.h>
+#include <time/tperiod.h>
+
+/// A moment that comes back every year: a time of day on a fixed day, or on a
+/// weekday of a month. Zone rules are made of these.
+///
+///     ka_calendar_date change(ka_time_period(0, 1, 0, 0, 0), 3, ka_last, 1);
+///     change.date(2024);    // 31 March 2024, the last Sunday of March
+///     change.time();        // 01:00
+///
+/// Two forms: absolute (`week` is `ka_none`), which goes by month and day, and
+/// formula (any other `week`), which goes by month, week and weekday.
+/// Failure: constructors and setters test in the order of their arguments and
+/// throw before they store. Only `date` finds out whether a year has the day.
+/// Threads: a plain value.
+class KA_TIME_VARNEL_API ka_calendar_date {
+public:
+    // Building.
+
+    /// A fixed day: `when` not negative (`invalid_time_period`), month 1 to 12
+    /// (`invalid_month`), day 1 to 31 (`invalid_day`), also in a short month.
+    constexpr ka_calendar_date(const ka_time_period& when, unsigned short month, unsigned short day)
+        : when_(checked_when(when)), month_(checked_month(month)), day_(day)
+    {
+        if (day < 1 || day > 31)
+            refuse_day(day);
+    }
+
+    /// A weekday of a month: `when` not negative (`invalid_time_period`), month
+    /// 1 to 12 (`invalid_month`), weekday 1 to 7 (`invalid_weekday`).
+    constexpr ka_calendar_date(const ka_time_period& when, unsigned short month, ka_which_one week,
+                               unsigned short weekday)
+        : when_(checked_when(when)), month_(checked_month(month)), weekday_(checked_weekday(weekday)), week_(week)
+    {
+    }
+
+    constexpr ka_calendar_date(const ka_calendar_date&) noexcept = default;
+    constexpr ka_calendar_date& operator=(const ka_calendar_date&) noexcept = default;
+
+    // The date in a year.
+
+    /// The day of that year. A year out of the range throws `invalid_year`. A
+    /// year that lacks the day throws `invalid_date` (29 February) or
+    /// `invalid_week` (a fifth Sunday); at the ends of the range a weekday can
+    /// throw `invalid_day`, as the constructor of `ka_date` tells.
+    constexpr ka_date date(short year) const
+    {
+        if (!ka_date::is_year(year))
+            refuse_year(year);
+        return is_formula() ? ka_date(week_, weekday_, month_, year) : ka_date(month_, day_, year);
+    }
+
+    /// `when` as a time of day, modulo a day: 25 hours give 01:00.
+    constexpr ka_time time() const noexcept { return ka_time(when_); }
+
+    // Fields.
+
+    constexpr ka_time_period when() const noexcept { return when_; }
+    constexpr unsigned short month() const noexcept { return month_; }
+    /// 0 in the formula form.
+    constexpr unsigned short day() const noexcept { return day_; }
+    /// 0 in a date built as absolute; else the last weekday stored.
+    constexpr unsigned short weekday() const noexcept { return weekday_; }
+    /// `ka_none` in the absolute form.
+    constexpr ka_which_one week() const noexcept { return week_; }
+
+    constexpr void when(const ka_time_period& when) { when_ = checked_when(when); }
+    constexpr void month(unsigned short month) { month_ = checked_month(month); }
+    /// Makes the form absolute. A day above 31 throws `invalid_day`; 0 is
+    /// stored, and has no date in any year.
+    constexpr void day(unsigned short day)
+    {
+        if (day > 31)
+            refuse_day(day);
+        day_ = day;
+        week_ = ka_none;
+    }
+    /// Makes the form that of `week`. A weekday outside 1 to 7 throws `invalid_weekday`.
+    constexpr void weekday(ka_which_one week, unsigned short weekday)
+    {
+        weekday_ = checked_weekday(weekday);
+        week_ = week;
+        day_ = 0;
+    }
+
+protected:
+    constexpr bool is_absolute() const noexcept { return week_ == ka_none; }
+    constexpr bool is_formula() const noexcept { return week_ != ka_none; }
+
+private:
+    static constexpr const ka_time_period& checked_when(const ka_time_period& when)
+    {
+        if (when < ka_time_period())
+            refuse_when(when);
+        return when;
+    }
+    static constexpr unsigned short checked_month(unsigned short month)
+    {
+        if (!ka_date::is_month(month))
+            refuse_month(month);
+        return month;
+    }
+    static constexpr unsigned short checked_weekday(unsigned short weekday)
+    {
+        if (!ka_date::is_weekday(weekday))
+            refuse_weekday(weekday);
+        return weekday;
+    }
+
+    [[noreturn]] static void refuse_when(const ka_time_period& when);
+    [[noreturn]] static void refuse_month(unsigned short month);
+    [[noreturn]] static void refuse_day(unsigned short day);
+    [[noreturn]] static void refuse_weekday(unsigned short weekday);
+    [[noreturn]] static void refuse_year(short year);
+
+    ka_time_period when_;
+    unsigned short month_;
+    unsigned short day_ = 0;
+    unsigned short weekday_ = 0;
+    ka_which_one week_ = ka_none;
+};

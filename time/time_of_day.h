@@ -1,0 +1,197 @@
+#pragma once
+
+#include <concepts>
+#include <ctime>
+#include <iosfwd>
+#include <string>
+#include <type_traits>
+
+#include <time/export.h>
+#include <time/tperiod.h>
+
+/// A time of day, exact to the microsecond, with no date and no zone.
+///
+///     ka_time t(23, 30, 0);
+///     t + ka_time_period(0, 1, 0, 0, 0);    // 00:30
+///     ka_time(1, 0, 0) - t;                 // 1.5 hours: from 23:30 on to 01:00
+///     t.to_string("%I:%M %p");              // "11:30 PM"
+///
+/// Range: 00:00:00.000000 to 23:59:59.999999, always.
+/// Overflow: arithmetic wraps at midnight, with a period of any length.
+/// Failure: fields out of bounds throw `invalid_time`, and the time stays as
+/// it was; nothing else throws but the formats of `to_string`.
+/// Threads: a plain value.
+class KA_TIME_VARNEL_API ka_time {
+public:
+    // Building.
+
+    /// Midnight, which is not the present time: see `now`.
+    constexpr ka_time() noexcept = default;
+
+    /// Hours 0 to 23, minutes and seconds 0 to 59, microseconds 0 to 999999;
+    /// else `invalid_time`.
+    constexpr ka_time(unsigned short hours, unsigned short minutes, unsigned short seconds,
+                      unsigned int microseconds = 0)
+    {
+        time(hours, minutes, seconds, microseconds);
+    }
+
+    /// So many seconds from midnight, modulo a day: -1 is 23:59:59.
+    constexpr ka_time(int seconds) noexcept : since_midnight_(seconds) { adjust(); }
+    /// The same, from any other integer, of which no bit is lost on the way.
+    template <std::integral Seconds>
+    constexpr ka_time(Seconds seconds) noexcept
+    {
+        using widest = std::conditional_t<std::signed_integral<Seconds>, long long, unsigned long long>;
+        since_midnight_ = static_cast<long long>(static_cast<widest>(seconds) % widest{86400});
+        adjust();
+    }
+
+    /// A period from midnight, modulo a day: -1 microsecond is 23:59:59.999999.
+    constexpr ka_time(const ka_time_period& since_midnight) noexcept : since_midnight_(since_midnight) { adjust(); }
+
+    /// The time of a record's `tm_hour`, `tm_min` and `tm_sec`, each cut to 16
+    /// bits; a leap second (60) is `invalid_time` as any other value above 59.
+    ka_time(const std::tm& fields, unsigned int microseconds = 0);
+
+    constexpr ka_time(const ka_time&) noexcept = default;
+    constexpr ka_time& operator=(const ka_time&) noexcept = default;
+
+    /// The machine's local wall clock, in whole milliseconds. It depends
+    /// neither on the zones of this library nor on its having been started.
+    static ka_time now();
+
+    // Setting: as the constructors.
+
+    constexpr void time(unsigned short hours, unsigned short minutes, unsigned short seconds,
+                        unsigned int microseconds = 0)
+    {
+        if (!is_hour(hours) || !is_minute(minutes) || !is_second(seconds) || !is_microsecond(microseconds))
+            refuse(hours, minutes, seconds, microseconds);
+        since_midnight_ = ka_time_period::unchecked(hours * 3600 + minutes * 60 + seconds,
+                                                    static_cast<int>(microseconds));
+    }
+    void time(const std::tm& fields, unsigned int microseconds = 0);
+
+    // Reading.
+
+    /// 0 to 23.
+    constexpr unsigned short hours() const noexcept
+    {
+        return static_cast<unsigned short>(since_midnight_.to_hours());
+    }
+    /// 0 to 59.
+    constexpr unsigned short minutes() const noexcept
+    {
+        return static_cast<unsigned short>(since_midnight_.to_minutes() % 60);
+    }
+    /// 0 to 59.
+    constexpr unsigned short seconds() const noexcept
+    {
+        return static_cast<unsigned short>(since_midnight_.to_seconds() % 60);
+    }
+    /// 0 to 999999.
+    constexpr unsigned int microseconds() const noexcept
+    {
+        return static_cast<unsigned int>(since_midnight_.microseconds());
+    }
+
+    /// Noon is PM, midnight is AM.
+    constexpr bool is_pm() const noexcept { return since_midnight_.to_seconds() >= 12 * 3600; }
+    constexpr bool is_am() const noexcept { return !is_pm(); }
+
+    /// The time since midnight.
+    constexpr operator ka_time_period() const noexcept { return since_midnight_; }
+
+    // Bounds of the fields.
+
+    static constexpr bool is_hour(unsigned short value) noexcept { return value <= 23; }
+    static constexpr bool is_minute(unsigned short value) noexcept { return value <= 59; }
+    static constexpr bool is_second(unsigned short value) noexcept { return value <= 59; }
+    static constexpr bool is_microsecond(unsigned int value) noexcept { return value <= 999999; }
+
+    // Arithmetic, round the clock.
+
+    constexpr ka_time operator+(const ka_time_period& period) const noexcept
+    {
+        return ka_time(since_midnight_ + period);
+    }
+    constexpr ka_time operator-(const ka_time_period& period) const
+    {
+        return ka_time(since_midnight_ - period);
+    }
+    constexpr ka_time& operator+=(const ka_time_period& period) noexcept { return *this = *this + period; }
+    constexpr ka_time& operator-=(const ka_time_period& period) { return *this = *this - period; }
+
+    /// The time from the other on to this one, zero or more and below 24
+    /// hours: 01:00 - 23:00 is 2 hours, 23:00 - 01:00 is 22.
+    constexpr ka_time_period operator-(const ka_time& other) const
+    {
+        const ka_time_period difference = since_midnight_ - other.since_midnight_;
+        return difference < ka_time_period() ? difference + ka_time_period(1, 0, 0, 0) : difference;
+    }
+
+    // Order within one day: there is no wrap, 23:00 is later than 01:00.
+
+    constexpr bool operator==(const ka_time& other) const noexcept
+    {
+        return since_midnight_ == other.since_midnight_;
+    }
+    constexpr bool operator!=(const ka_time& other) const noexcept { return !(*this == other); }
+    constexpr bool operator<(const ka_time& other) const noexcept
+    {
+        return since_midnight_ < other.since_midnight_;
+    }
+    constexpr bool operator>(const ka_time& other) const noexcept { return other < *this; }
+    constexpr bool operator<=(const ka_time& other) const noexcept { return !(other < *this); }
+    constexpr bool operator>=(const ka_time& other) const noexcept { return !(*this < other); }
+
+    // The limits, 00:00:00.000000 and 23:59:59.999999.
+
+    static const ka_time& min_time() noexcept;
+    static const ka_time& max_time() noexcept;
+
+    // The texts for morning and afternoon, as the user's locale has them when
+    // the library starts; empty in a locale that has none. A reference shows
+    // later changes and is valid until the library stops.
+
+    static const std::string& am_name() noexcept;
+    static const std::string& pm_name() noexcept;
+    static void am_name(const std::string& text);
+    static void pm_name(const std::string& text);
+
+    // Text. The codes of a format are those of docs/format.md. A code for a
+    // part of the date prints a zero or nothing; one for a weekday or a week
+    // throws `invalid_date`, one for a month's name `invalid_month`.
+
+    /// In the default format.
+    std::string to_string() const;
+    std::string to_string(const std::string& format) const;
+    /// Writes `to_string()`; the stream's width and fill apply.
+    void print(std::ostream& stream) const;
+
+    /// The default format, "%H:%M:%S:%q" at start: 18:28:38:000123.
+    static std::string default_format();
+    static void default_format(const std::string& format);
+
+private:
+    /// Brings the period into one day, from zero on.
+    constexpr ka_time& adjust() noexcept
+    {
+        long long seconds = since_midnight_.seconds_ % ka_time_period::seconds_per_day;
+        int microseconds = since_midnight_.microseconds_;
+        if (microseconds < 0) {
+            microseconds += ka_time_period::microseconds_per_second;
+            --seconds;
+        }
+        if (seconds < 0)
+            seconds += ka_time_period::seconds_per_day;
+        since_midnight_ = ka_time_period::unchecked(seconds, microseconds);
+        return *this;
+    }
+
+    [[noreturn]] static void refuse(unsigned short hours, unsigned short minutes, unsigned short seconds,
+                                    unsigned int microseconds);
+
+    ka_time_period since_midnight_;
+};

@@ -1,0 +1,149 @@
+#pragma once
+
+#include <iosfwd>
+#include <memory>
+#include <string>
+
+#include <time/date.h>
+#include <time/export.h>
+#include <time/time_of_day.h>
+#include <time/tperiod.h>
+#include <time/zone_rule.h>
+
+KA_TIME_VARNEL_API void ka_init_time_varnel();
+KA_TIME_VARNEL_API void ka_exit_time_varnel();
+
+/// A time zone: a standard offset, two names and up to seven rules that move
+/// its clocks.
+///
+///     const ka_time_zone& pacific = ka_time_zone::pacific();
+///     pacific.offset().to_hours();                                  // 8
+///     pacific.name(ka_time(12, 0, 0), ka_date(7, 1, 2024));         // "PDT7"
+///     pacific.is_dst(ka_time(1, 59, 59), ka_date(3, 10, 2024));     // false
+///     pacific.is_dst(ka_time(2, 0, 0), ka_date(3, 10, 2024));       // true
+///
+/// Offsets: the period to add to local time to reach universal time, so
+/// positive west of Greenwich: +8 hours for the Pacific, -1 hour for central
+/// Europe. The adjustment of a rule in effect is subtracted from it.
+/// Lifetime: a zone owns its list of rules and not the rules, which must
+/// outlive it. The built-in zones live from the start of the library to its stop.
+/// Failure: what a rule throws passes through; the zone itself throws nothing.
+/// Threads: reading is safe beside reading; `insert` and a change to a rule are
+/// the caller's to keep apart from readers.
+class KA_TIME_VARNEL_API ka_time_zone {
+public:
+    // The built-in zones, with their rules as the library has them: see
+    // docs/zones.md.
+
+    static const ka_time_zone& utc() noexcept;
+    static const ka_time_zone& greenwich() noexcept;
+    static const ka_time_zone& central_european() noexcept;
+    static const ka_time_zone& western_european() noexcept;
+    static const ka_time_zone& portuguese() noexcept;
+    static const ka_time_zone& south_africa() noexcept;
+    static const ka_time_zone& pacific() noexcept;
+    static const ka_time_zone& mountain() noexcept;
+    static const ka_time_zone& central() noexcept;
+    static const ka_time_zone& eastern() noexcept;
+    static const ka_time_zone& atlantic() noexcept;
+    static const ka_time_zone& newfoundland() noexcept;
+    static const ka_time_zone& yukon() noexcept;
+    static const ka_time_zone& aleutian() noexcept;
+    static const ka_time_zone& israel() noexcept;
+    /// Without daylight saving time.
+    static const ka_time_zone& indiana() noexcept;
+    /// Without daylight saving time.
+    static const ka_time_zone& hawaii() noexcept;
+
+    // A zone of one's own.
+
+    /// Both names are "GMT".
+    ka_time_zone(const ka_time_period& offset);
+    /// The names are stems: "PST" reads as "PST8" at an offset of 8 hours.
+    ka_time_zone(const ka_time_period& offset, const std::string& name, const std::string& dst_name);
+    /// `name` serves as both names.
+    ka_time_zone(const ka_time_period& offset, const std::string& name);
+    ~ka_time_zone();
+
+    ka_time_zone(const ka_time_zone&) = delete;
+    ka_time_zone& operator=(const ka_time_zone&) = delete;
+
+    /// Adds a rule; false, and nothing done, where the zone has seven already.
+    /// Rules are asked from the latest first year down, and of one year the one
+    /// inserted last; the first that is in effect counts.
+    bool insert(ka_time_zone_rule& rule) noexcept;
+
+    // The offset.
+
+    /// The standard offset.
+    ka_time_period offset() const noexcept { return offset_; }
+    /// The offset at a time on a date, less the adjustment of a rule in effect.
+    ka_time_period offset(const ka_time& time, const ka_date& date) const;
+    /// The adjustment at a time on a date; zero where no rule is in effect.
+    ka_time_period dst_adjustment(const ka_time& time, const ka_date& date) const;
+    /// Whether a rule is in effect at a time on a date.
+    bool is_dst(const ka_time& time, const ka_date& date) const;
+    /// Whether the zone has rules at all, whatever their years.
+    bool dst_observed() const noexcept { return count_ != 0; }
+
+    // The names: the stem and the whole hours of the offset, "PST8" or "CET-1".
+    // With the stem "UTC" the sign is the usual one: "UTC-5" or "UTC+1".
+
+    /// The name in standard time.
+    std::string name() const;
+    /// The name in daylight time, which counts one hour whatever the rules say.
+    /// A zone without rules has the stem alone.
+    std::string dst_name() const;
+    /// The name at a time on a date.
+    std::string name(const ka_time& time, const ka_date& date) const;
+
+    /// Writes "ka_time_zone( PST8, PDT7 )", or the first name alone in a zone
+    /// without rules.
+    void print(std::ostream& stream) const;
+
+protected:
+    /// The rule in a slot, 0 to 6, null past the rules held. An index outside
+    /// 0 to 6 is null too.
+    const ka_time_zone_rule* rule(int index) const noexcept;
+    /// The rule in effect at a time on a date, or null.
+    const ka_time_zone_rule* rule(const ka_time& time, const ka_date& date) const;
+    /// A stem with the whole hours of an offset behind it.
+    static std::string name(const std::string& stem, const ka_time_period& offset);
+    /// The built-in zone with exactly this standard offset, or null. `utc`,
+    /// `portuguese` and `hawaii` are not searched, and the flag has no bearing.
+    static ka_time_zone* find(ka_time_period offset, bool dst) noexcept;
+
+private:
+    friend class ka_time_and_date;
+    friend void ka_init_time_varnel();
+    friend void ka_exit_time_varnel();
+
+    static void create_zones();
+    static void delete_zones() noexcept;
+
+    static ka_time_zone* utc_;
+    static ka_time_zone* gmt_;
+    static ka_time_zone* cet_;
+    static ka_time_zone* wet_;
+    static ka_time_zone* pwt_;
+    static ka_time_zone* sast_;
+    static ka_time_zone* hawt_;
+    static ka_time_zone* indt_;
+    static ka_time_zone* pst_;
+    static ka_time_zone* mst_;
+    static ka_time_zone* cst_;
+    static ka_time_zone* est_;
+    static ka_time_zone* ast_;
+    static ka_time_zone* nst_;
+    static ka_time_zone* yst_;
+    static ka_time_zone* ast_10_;
+    static ka_time_zone* ist_;
+
+    static constexpr int max_rules = 7;
+
+    std::string name_;
+    std::string dst_name_;
+    ka_time_period offset_;
+    std::unique_ptr<ka_time_zone_rule*[]> rules_;
+    int count_ = 0;
+};
