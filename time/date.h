@@ -212,7 +212,7 @@ public:
     /// the number reached.
     constexpr ka_date operator+(const ka_time_period& period) const
     {
-        return ka_date(moved(julian_day_, period.to_days()));
+        return ka_date(moved(julian_day_, static_cast<unsigned int>(period.to_days())));
     }
     constexpr ka_date operator-(const ka_time_period& period) const
     {
@@ -428,7 +428,7 @@ private:
 
     static constexpr int first_counted_year = -4800;
     /// The day number of 1 March -4800.
-    static constexpr int first_counted_day = -31678;
+    static constexpr int first_counted_day = -32044;
     static constexpr unsigned int days_in_4_years = 1461;
     static constexpr unsigned int days_in_400_years = 146097;
     /// The days of March to December: from here on a day is in January or February.
@@ -473,11 +473,12 @@ private:
     static constexpr int day_number_without_leap_row(unsigned short month, unsigned short day,
                                                      int year) noexcept
     {
+        constexpr int first_new_year = first_counted_day + static_cast<int>(days_to_new_year);
         const int counted = year - first_counted_year - 1;
         const int days_before_month =
             month < 3 ? 31 * (month - 1) : static_cast<int>(days_from_march(month)) + 59;
         return 365 * counted + counted / 4 - counted / 100 + counted / 400 + days_before_month + day - 1 +
-               (first_counted_day - 60);
+               first_new_year;
     }
 
     /// The inverse of `day_number`, by multiplication and shift in place of
