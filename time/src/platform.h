@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstddef>
+#include <ctime>
+
+/// What the library asks of the machine. One source for each platform answers
+/// it, and no other file includes a header of an operating system. That source
+/// also ties `ka_init_time_varnel` and `ka_exit_time_varnel` to the load and
+/// unload of the library.
+namespace platform {
+
+/// The seconds and microseconds of the platform's `timeval`.
+struct split_seconds {
+    long long seconds;
+    long long microseconds;
+};
+split_seconds from_timeval(const timeval& value) noexcept;
+timeval to_timeval(long long seconds, int microseconds) noexcept;
+
+/// One reading of the machine's wall clock, broken down in its local time.
+struct wall_clock {
+    std::tm local;
+    int milliseconds;
+};
+wall_clock read_wall_clock() noexcept;
+
+/// Has the runtime read the machine's time zone again.
+void read_time_zone() noexcept;
+
+/// The machine's time zone as it holds now.
+struct zone_reading {
+    /// The standard offset in seconds, positive west of Greenwich.
+    int seconds_west;
+    /// Whether daylight saving time holds, which is always ahead of standard time.
+    bool is_dst;
+};
+zone_reading read_standard_offset() noexcept;
+
+/// For as long as an object lives, `format_time` prints in the user's
+/// `LC_TIME` locale, as the environment names it. The locale of the process
+/// and of its threads stays as it is. If the environment's locale can't be
+/// had, `format_time` prints in the locale in force.
+class user_locale {
+public:
+    user_locale() noexcept;
+    ~user_locale();
+    user_locale(const user_locale&) = delete;
+    user_locale& operator=(const user_locale&) = delete;
+};
+
+/// `strftime` in the locale above. Where the record has fields for a zone, the
+/// zone is one of offset 0 that is called "%Z".
+std::size_t format_time(char* buffer, std::size_t size, const char* format, std::tm value) noexcept;
+
+}

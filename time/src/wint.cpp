@@ -1,0 +1,57 @@
+#include <time/wint.h>
+
+#include <algorithm>
+#include <charconv>
+#include <ostream>
+
+#include "throw.h"
+
+namespace {
+
+constexpr int binary_digits = 64;
+
+constexpr bool is_radix(ka_base radix)
+{
+    return radix == ka_binary || radix == ka_octal || radix == ka_decimal || radix == ka_hexadecimal;
+}
+
+constexpr char upper_case(char letter)
+{
+    return 'a' <= letter && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+}
+
+}
+
+std::string ka_wint::to_string(ka_base radix, bool upper) const
+{
+    if (!is_radix(radix))
+        radix = ka_decimal;
+
+    char digits[binary_digits];
+    char* const end = std::to_chars(digits, digits + sizeof digits, magnitude(), radix).ptr;
+    const auto count = static_cast<std::size_t>(end - digits);
+
+    char text[1 + binary_digits];
+    char* out = text;
+    if (negative_)
+        *out++ = '-';
+    if (radix == ka_octal || radix == ka_hexadecimal)
+        *out++ = '0';
+    if (radix == ka_hexadecimal)
+        *out++ = upper ? 'X' : 'x';
+    if (radix == ka_binary)
+        out = std::fill_n(out, binary_digits - count, '0');
+    out = radix == ka_hexadecimal && upper ? std::transform(digits, end, out, upper_case)
+                                           : std::copy(digits, end, out);
+    return std::string(text, out);
+}
+
+void ka_wint::print(std::ostream& stream) const
+{
+    stream << to_string(ka_decimal, true);
+}
+
+void ka_wint::refuse_zero_divisor()
+{
+    throw_error(error_code::divide_by_zero, {__FILE__, __LINE__});
+}
