@@ -34,9 +34,9 @@ public:
     /// 1 to 12 (`invalid_month`), weekday 1 to 7 (`invalid_weekday`).
     constexpr ka_calendar_date(const ka_time_period& when, unsigned short month, ka_which_one week,
                                unsigned short weekday)
-        : when_(checked_when(when)), month_(checked_month(month)), weekday_(checked_weekday(weekday)), week_(week)
-    {
-    }
+        : when_(checked_when(when)), month_(checked_month(month)), weekday_(checked_weekday(weekday)),
+          week_(week)
+    {}
 
     constexpr ka_calendar_date(const ka_calendar_date&) noexcept = default;
     constexpr ka_calendar_date& operator=(const ka_calendar_date&) noexcept = default;

@@ -56,8 +56,7 @@ public:
     /// The same, from any other integer, of which no bit is lost on the way.
     template <std::integral Number>
     constexpr ka_date(Number julian_day) : julian_day_(checked_day(julian_day))
-    {
-    }
+    {}
 
     /// A day that the calendar has, or `invalid_date`.
     constexpr ka_date(unsigned short month, unsigned short day, short year) { date(month, day, year); }
@@ -171,7 +170,10 @@ public:
 
     // Order: the earlier first.
 
-    constexpr bool operator==(const ka_date& other) const noexcept { return julian_day_ == other.julian_day_; }
+    constexpr bool operator==(const ka_date& other) const noexcept
+    {
+        return julian_day_ == other.julian_day_;
+    }
     constexpr bool operator!=(const ka_date& other) const noexcept { return !(*this == other); }
     constexpr bool operator<(const ka_date& other) const noexcept { return julian_day_ < other.julian_day_; }
     constexpr bool operator>(const ka_date& other) const noexcept { return julian_day_ > other.julian_day_; }
@@ -494,17 +496,20 @@ private:
         constexpr unsigned int month_slope = 2141;
         constexpr unsigned int month_offset = 197913;
 
-        const unsigned int days = static_cast<unsigned int>(julian_day) - static_cast<unsigned int>(first_counted_day);
+        const unsigned int days =
+            static_cast<unsigned int>(julian_day) - static_cast<unsigned int>(first_counted_day);
         const unsigned int century = (4 * days + 3) / days_in_400_years;
         const unsigned int day_of_century = (4 * days + 3) % days_in_400_years / 4;
 
         const unsigned long long product = reciprocal * (4 * day_of_century + 3);
         const auto year_of_century = static_cast<unsigned int>(product >> 32);
-        const auto day_of_year = static_cast<unsigned int>(product) / static_cast<unsigned int>(reciprocal) / 4;
+        const auto day_of_year =
+            static_cast<unsigned int>(product) / static_cast<unsigned int>(reciprocal) / 4;
 
         const unsigned int line = month_slope * day_of_year + month_offset;
         const bool ends_counted_year = day_of_year >= days_to_new_year;
-        const int year = static_cast<int>(100 * century + year_of_century) + first_counted_year + ends_counted_year;
+        const int year =
+            static_cast<int>(100 * century + year_of_century) + first_counted_year + ends_counted_year;
 
         return {static_cast<unsigned short>((line >> 16) - (ends_counted_year ? 12u : 0u)),
                 static_cast<unsigned short>((line & 0xffff) / month_slope + 1),

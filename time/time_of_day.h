@@ -48,7 +48,10 @@ public:
     }
 
     /// A period from midnight, modulo a day: -1 microsecond is 23:59:59.999999.
-    constexpr ka_time(const ka_time_period& since_midnight) noexcept : since_midnight_(since_midnight) { adjust(); }
+    constexpr ka_time(const ka_time_period& since_midnight) noexcept : since_midnight_(since_midnight)
+    {
+        adjust();
+    }
 
     /// The time of a record's `tm_hour`, `tm_min` and `tm_sec`, each cut to 16
     /// bits; a leap second (60) is `invalid_time` as any other value above 59.
@@ -68,8 +71,8 @@ public:
     {
         if (!is_hour(hours) || !is_minute(minutes) || !is_second(seconds) || !is_microsecond(microseconds))
             refuse(hours, minutes, seconds, microseconds);
-        since_midnight_ = ka_time_period::unchecked(hours * 3600 + minutes * 60 + seconds,
-                                                    static_cast<int>(microseconds));
+        since_midnight_ =
+            ka_time_period::unchecked(hours * 3600 + minutes * 60 + seconds, static_cast<int>(microseconds));
     }
     void time(const std::tm& fields, unsigned int microseconds = 0);
 

@@ -113,7 +113,10 @@ public:
     {
         return ka_time_and_date(*this) += period;
     }
-    ka_time_and_date operator-(const ka_time_period& period) const { return ka_time_and_date(*this) -= period; }
+    ka_time_and_date operator-(const ka_time_period& period) const
+    {
+        return ka_time_and_date(*this) -= period;
+    }
     ka_time_and_date& operator+=(const ka_time_period& period) noexcept
     {
         instant_ += period;

@@ -144,8 +144,7 @@ public:
     /// Exact for any factor as long as the seconds stay within 64 bits.
     constexpr ka_time_period operator*(int factor) const noexcept
     {
-        return normalized(wrapping_product(seconds_, factor),
-                          static_cast<long long>(microseconds_) * factor);
+        return normalized(wrapping_product(seconds_, factor), static_cast<long long>(microseconds_) * factor);
     }
     constexpr ka_time_period& operator*=(int factor) noexcept { return *this = *this * factor; }
 
@@ -216,11 +215,13 @@ private:
 
     static constexpr long long wrapping_sum(long long a, long long b) noexcept
     {
-        return static_cast<long long>(static_cast<unsigned long long>(a) + static_cast<unsigned long long>(b));
+        return static_cast<long long>(static_cast<unsigned long long>(a) +
+                                      static_cast<unsigned long long>(b));
     }
     static constexpr long long wrapping_product(long long a, long long b) noexcept
     {
-        return static_cast<long long>(static_cast<unsigned long long>(a) * static_cast<unsigned long long>(b));
+        return static_cast<long long>(static_cast<unsigned long long>(a) *
+                                      static_cast<unsigned long long>(b));
     }
 
     /// Writes the text of `to_string` at `out`, which has room for

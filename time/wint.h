@@ -6,12 +6,7 @@
 #include <time/export.h>
 
 /// The radix of `ka_wint::to_string`. The values are the radixes themselves.
-enum ka_base : int {
-    ka_binary = 2,
-    ka_octal = 8,
-    ka_decimal = 10,
-    ka_hexadecimal = 16
-};
+enum ka_base : int { ka_binary = 2, ka_octal = 8, ka_decimal = 10, ka_hexadecimal = 16 };
 
 /// A signed integer with a sign and a 64-bit magnitude, so that every signed
 /// and every unsigned 64-bit value fits.
@@ -81,8 +76,7 @@ public:
         const digits64 theirs = other.magnitude();
         if (negative_ == other.negative_)
             return ka_wint(negative_, mine + theirs);
-        return mine < theirs ? ka_wint(other.negative_, theirs - mine)
-                             : ka_wint(negative_, mine - theirs);
+        return mine < theirs ? ka_wint(other.negative_, theirs - mine) : ka_wint(negative_, mine - theirs);
     }
     constexpr ka_wint operator-(const ka_wint& other) const noexcept { return -other + *this; }
 
@@ -155,10 +149,7 @@ protected:
     // For derived classes: the value as a sign and four digits of base 65536.
 
     /// `digit` x 65536^`index`; the index must be below 4 and is not checked.
-    constexpr ka_wint(const unsigned short& digit, unsigned int index) noexcept
-    {
-        magnitude_[index] = digit;
-    }
+    constexpr ka_wint(const unsigned short& digit, unsigned int index) noexcept { magnitude_[index] = digit; }
 
     /// Makes a negative zero plain zero.
     constexpr void normalize() noexcept
@@ -189,16 +180,13 @@ protected:
         return a.negative_ == b.negative_;
     }
 
-    static constexpr ka_wint abs(const ka_wint& value) noexcept
-    {
-        return ka_wint(false, value.magnitude());
-    }
+    static constexpr ka_wint abs(const ka_wint& value) noexcept { return ka_wint(false, value.magnitude()); }
 
     /// Writes quotient and remainder as `/` and `%` define them. The results
     /// can be the operands. A zero divisor throws `divide_by_zero` and leaves
     /// all four as they were.
-    static constexpr void divide(const ka_wint& dividend, const ka_wint& divisor,
-                                 ka_wint& quotient, ka_wint& remainder)
+    static constexpr void divide(const ka_wint& dividend, const ka_wint& divisor, ka_wint& quotient,
+                                 ka_wint& remainder)
     {
         const digits64 a = dividend.magnitude();
         const digits64 b = divisor.magnitude();
@@ -239,8 +227,8 @@ private:
 
     constexpr digits64 magnitude() const noexcept
     {
-        return digits64{magnitude_[0]} | digits64{magnitude_[1]} << 16 |
-               digits64{magnitude_[2]} << 32 | digits64{magnitude_[3]} << 48;
+        return digits64{magnitude_[0]} | digits64{magnitude_[1]} << 16 | digits64{magnitude_[2]} << 32 |
+               digits64{magnitude_[3]} << 48;
     }
 
     [[noreturn]] static void refuse_zero_divisor();

@@ -1,5 +1,7 @@
 #include <time/zone.h>
 
+#include "release.h"
+
 namespace {
 
 // The catalogue as data. A point or a rule is named by its row, and the objects
@@ -39,6 +41,7 @@ struct point_row {
     unsigned short day;
 };
 
+// clang-format off
 constexpr point_row point_table[] = {
     {mar_last_sun_02, 2, 3, ka_last, sunday},
     {mar_last_sun_01, 1, 3, ka_last, sunday},
@@ -58,6 +61,7 @@ constexpr point_row point_table[] = {
     {mar_last_fri_02, 2, 3, ka_last, friday},
     {sep_third_sun_01, 1, 9, ka_third, sunday},
 };
+// clang-format on
 
 enum rule_id {
     gb_1981,
@@ -133,14 +137,12 @@ struct rule_list {
 
 constexpr rule_list no_rules;
 constexpr rule_list british(gb_1996, gb_1990, gb_1989, gb_1981);
-constexpr rule_list american(america_2007, america_1987, america_1976, america_1975, america_1974, america_1967);
+constexpr rule_list american(america_2007, america_1987, america_1976, america_1975, america_1974,
+                             america_1967);
 constexpr rule_list alaskan(yukon_1986, america_1975, america_1974, america_1967);
 
 /// Positive west of Greenwich.
-constexpr int hours(int count)
-{
-    return count * 3600;
-}
+constexpr int hours(int count) { return count * 3600; }
 
 const ka_calendar_date* points[point_count];
 ka_simple_time_zone_rule* rules[rule_count];
@@ -156,15 +158,9 @@ ka_simple_time_zone_rule& made_rule(rule_id id)
 {
     const rule_row& row = rule_table[id];
     if (rules[id] == nullptr)
-        rules[id] = new ka_simple_time_zone_rule(*points[row.start], *points[row.end], row.first_year, row.last_year);
+        rules[id] =
+            new ka_simple_time_zone_rule(*points[row.start], *points[row.end], row.first_year, row.last_year);
     return *rules[id];
-}
-
-template <typename Object>
-void release(Object*& object) noexcept
-{
-    delete object;
-    object = nullptr;
 }
 
 struct zone_row {
@@ -248,21 +244,20 @@ void ka_time_zone::create_zones()
 
 void ka_time_zone::delete_zones() noexcept
 {
-    ka_time_zone** const zones[] = {&utc_, &gmt_, &cet_, &wet_, &pwt_, &sast_, &hawt_, &indt_, &pst_,
-                                    &mst_, &cst_, &est_, &ast_, &nst_, &yst_, &ast_10_, &ist_};
+    ka_time_zone** const zones[] = {&utc_, &gmt_, &cet_, &wet_, &pwt_, &sast_, &hawt_,   &indt_, &pst_,
+                                    &mst_, &cst_, &est_, &ast_, &nst_, &yst_,  &ast_10_, &ist_};
     for (ka_time_zone** zone : zones)
         release(*zone);
-    for (ka_simple_time_zone_rule*& rule : rules)
-        release(rule);
-    for (const ka_calendar_date*& point : points)
-        release(point);
+    release(rules);
+    release(points);
 }
 
 ka_time_zone* ka_time_zone::find(ka_time_period offset, bool) noexcept
 {
     // Of zones with one offset the first here is found, so not `indt_`, `wet_`
     // or `sast_`.
-    ka_time_zone* const searched[] = {pst_, mst_, cst_, est_, indt_, ast_, nst_, yst_, ast_10_, cet_, gmt_, wet_, ist_, sast_};
+    ka_time_zone* const searched[] = {pst_, mst_,    cst_, est_, indt_, ast_, nst_,
+                                      yst_, ast_10_, cet_, gmt_, wet_,  ist_, sast_};
     for (ka_time_zone* zone : searched)
         if (zone->offset_ == offset)
             return zone;

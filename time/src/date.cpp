@@ -45,10 +45,7 @@ const char* ka_which_one_name(ka_which_one which) noexcept
     return "out of range";
 }
 
-ka_date::ka_date(const std::tm& fields)
-{
-    date(fields);
-}
+ka_date::ka_date(const std::tm& fields) { date(fields); }
 
 ka_date::ka_date(const ka_time_period& since_day_zero) : julian_day_(since_day_zero.to_days())
 {
@@ -65,20 +62,11 @@ void ka_date::date(const std::tm& fields)
          static_cast<short>(static_cast<unsigned int>(fields.tm_year) + 1900u));
 }
 
-ka_date ka_date::today()
-{
-    return ka_date(platform::read_wall_clock().local);
-}
+ka_date ka_date::today() { return ka_date(platform::read_wall_clock().local); }
 
-const ka_date& ka_date::min_date() noexcept
-{
-    return ka_time_and_date::min_date();
-}
+const ka_date& ka_date::min_date() noexcept { return ka_time_and_date::min_date(); }
 
-const ka_date& ka_date::max_date() noexcept
-{
-    return ka_time_and_date::max_date();
-}
+const ka_date& ka_date::max_date() noexcept { return ka_time_and_date::max_date(); }
 
 const std::string& ka_date::month_name(unsigned short month)
 {
@@ -125,30 +113,15 @@ unsigned short ka_date::weekday_index(const std::string& name)
     return 0;
 }
 
-const std::string& ka_date::ad_name() noexcept
-{
-    return *ka_time_and_date::ad_name_;
-}
+const std::string& ka_date::ad_name() noexcept { return *ka_time_and_date::ad_name_; }
 
-const std::string& ka_date::bc_name() noexcept
-{
-    return *ka_time_and_date::bc_name_;
-}
+const std::string& ka_date::bc_name() noexcept { return *ka_time_and_date::bc_name_; }
 
-void ka_date::ad_name(const std::string& text)
-{
-    *ka_time_and_date::ad_name_ = text;
-}
+void ka_date::ad_name(const std::string& text) { *ka_time_and_date::ad_name_ = text; }
 
-void ka_date::bc_name(const std::string& text)
-{
-    *ka_time_and_date::bc_name_ = text;
-}
+void ka_date::bc_name(const std::string& text) { *ka_time_and_date::bc_name_ = text; }
 
-std::string ka_date::to_string() const
-{
-    return to_string(*ka_time_and_date::default_date_format_);
-}
+std::string ka_date::to_string() const { return to_string(*ka_time_and_date::default_date_format_); }
 
 std::string ka_date::to_string(const std::string& format) const
 {
@@ -157,20 +130,11 @@ std::string ka_date::to_string(const std::string& format) const
                                        ka_time_and_date::default_time_zone(), false);
 }
 
-void ka_date::print(std::ostream& stream) const
-{
-    stream << to_string();
-}
+void ka_date::print(std::ostream& stream) const { stream << to_string(); }
 
-std::string ka_date::default_format()
-{
-    return *ka_time_and_date::default_date_format_;
-}
+std::string ka_date::default_format() { return *ka_time_and_date::default_date_format_; }
 
-void ka_date::default_format(const std::string& format)
-{
-    *ka_time_and_date::default_date_format_ = format;
-}
+void ka_date::default_format(const std::string& format) { *ka_time_and_date::default_date_format_ = format; }
 
 void ka_date::refuse_day(long long julian_day)
 {
@@ -198,10 +162,7 @@ void ka_date::refuse_month_of_weekday(unsigned short month)
     throw_error(error_code::invalid_month, {__FILE__, __LINE__}, "Invalid month: ", month);
 }
 
-void ka_date::refuse_year(short year)
-{
-    throw_error(error_code::invalid_year, {__FILE__, __LINE__}, year);
-}
+void ka_date::refuse_year(short year) { throw_error(error_code::invalid_year, {__FILE__, __LINE__}, year); }
 
 void ka_date::refuse_year_zero()
 {

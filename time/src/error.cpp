@@ -31,8 +31,7 @@ constexpr error_row row_of(int code)
 
 ka_time_varnel_error::ka_time_varnel_error(int code, const char* text) noexcept
     : ka_varnel_error(text), code_(code)
-{
-}
+{}
 
 ka_time_varnel_error::ka_time_varnel_error(const ka_time_varnel_error&) noexcept = default;
 ka_time_varnel_error::ka_time_varnel_error(ka_time_varnel_error&&) noexcept = default;
@@ -40,17 +39,8 @@ ka_time_varnel_error& ka_time_varnel_error::operator=(const ka_time_varnel_error
 ka_time_varnel_error& ka_time_varnel_error::operator=(ka_time_varnel_error&&) noexcept = default;
 ka_time_varnel_error::~ka_time_varnel_error() = default;
 
-int ka_time_varnel_error::code() const noexcept
-{
-    return code_;
-}
+int ka_time_varnel_error::code() const noexcept { return code_; }
 
-const char* ka_time_varnel_error::symbol(int code) noexcept
-{
-    return row_of(code).symbol;
-}
+const char* ka_time_varnel_error::symbol(int code) noexcept { return row_of(code).symbol; }
 
-const char* ka_time_varnel_error::description(int code) noexcept
-{
-    return row_of(code).description;
-}
+const char* ka_time_varnel_error::description(int code) noexcept { return row_of(code).description; }

@@ -170,8 +170,8 @@ std::string ka_time_and_date::formatted(const std::string& format, const unsigne
                                         const unsigned short& day, const short& year,
                                         const ka_time_zone& zone, bool dst)
 {
-    const fields value = {hour, minute, second, microsecond, month, day, year,
-                          zone, dst,    *format_timedate_,   *format_date_, *format_time_};
+    const fields value = {hour, minute, second, microsecond,       month,         day,
+                          year, zone,   dst,    *format_timedate_, *format_date_, *format_time_};
     text out;
     put_formatted(out, format, value);
     return std::move(out).str();
@@ -184,8 +184,8 @@ std::string ka_time_and_date::formatted(const std::string& format, const ka_time
     unsigned short day = 0;
     short year = 0;
     ka_date::calc_calendar_date(now.date.julian_day(), &month, &day, &year);
-    return formatted(format, now.time.hours(), now.time.minutes(), now.time.seconds(), now.time.microseconds(),
-                     month, day, year, *value.zone_, now.is_dst);
+    return formatted(format, now.time.hours(), now.time.minutes(), now.time.seconds(),
+                     now.time.microseconds(), month, day, year, *value.zone_, now.is_dst);
 }
 
 std::string ka_time_and_date::formatted(const std::string& format, const ka_time* time, const ka_date* date)

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <ctime>
 
+#include <time/tperiod.h>
+
 /// What the library asks of the machine. One source for each platform answers
 /// it, and no other file includes a header of an operating system. That source
 /// also ties `ka_init_time_varnel` and `ka_exit_time_varnel` to the load and
@@ -21,6 +23,12 @@ timeval to_timeval(long long seconds, int microseconds) noexcept;
 struct wall_clock {
     std::tm local;
     int milliseconds;
+
+    /// A period, since a machine that counts leap seconds can show second 60.
+    ka_time_period since_midnight() const
+    {
+        return ka_time_period(0, local.tm_hour, local.tm_min, local.tm_sec, milliseconds * 1000);
+    }
 };
 wall_clock read_wall_clock() noexcept;
 

@@ -36,10 +36,7 @@ bool find_other_flag(time_t moment, bool is_dst, struct tm& found) noexcept
 
 }
 
-split_seconds from_timeval(const timeval& value) noexcept
-{
-    return {value.tv_sec, value.tv_usec};
-}
+split_seconds from_timeval(const timeval& value) noexcept { return {value.tv_sec, value.tv_usec}; }
 
 timeval to_timeval(long long seconds, int microseconds) noexcept
 {
@@ -56,10 +53,7 @@ wall_clock read_wall_clock() noexcept
     return {local_time(now.tv_sec), static_cast<int>(now.tv_nsec / 1000000)};
 }
 
-void read_time_zone() noexcept
-{
-    tzset();
-}
+void read_time_zone() noexcept { tzset(); }
 
 zone_reading read_standard_offset() noexcept
 {
@@ -77,10 +71,7 @@ zone_reading read_standard_offset() noexcept
     return {is_dst ? static_cast<int>(-other.tm_gmtoff) : seconds_west, is_dst};
 }
 
-user_locale::user_locale() noexcept
-{
-    locale_of_start = newlocale(LC_TIME_MASK, "", nullptr);
-}
+user_locale::user_locale() noexcept { locale_of_start = newlocale(LC_TIME_MASK, "", nullptr); }
 
 user_locale::~user_locale()
 {
@@ -101,14 +92,8 @@ std::size_t format_time(char* buffer, std::size_t size, const char* format, std:
 
 namespace {
 
-[[gnu::constructor]] void on_load()
-{
-    ka_init_time_varnel();
-}
+[[gnu::constructor]] void on_load() { ka_init_time_varnel(); }
 
-[[gnu::destructor]] void on_unload()
-{
-    ka_exit_time_varnel();
-}
+[[gnu::destructor]] void on_unload() { ka_exit_time_varnel(); }
 
 }

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform.h"
+#include "release.h"
 
 std::string* ka_time_and_date::month_name_[12] = {};
 std::string* ka_time_and_date::month_abbr_[12] = {};
@@ -59,20 +60,6 @@ std::tm pattern_probe()
     probe.tm_wday = 5;
     probe.tm_yday = 356;
     return probe;
-}
-
-template <typename Object>
-void release(Object*& object) noexcept
-{
-    delete object;
-    object = nullptr;
-}
-
-template <typename Object, std::size_t Count>
-void release(Object* (&objects)[Count]) noexcept
-{
-    for (Object*& object : objects)
-        release(object);
 }
 
 }

@@ -3,9 +3,9 @@
 #include <ostream>
 
 ka_stopwatch::ka_stopwatch()
-    : start_(ka_time_and_date::min_time(), ka_time_and_date::min_date()), elapsed_(ka_time_period::zero_period)
-{
-}
+    : start_(ka_time_and_date::min_time(), ka_time_and_date::min_date()),
+      elapsed_(ka_time_period::zero_period)
+{}
 
 void ka_stopwatch::start()
 {

@@ -36,10 +36,7 @@ public:
         size_ += count;
     }
 
-    std::string str() &&
-    {
-        return spilled_ ? std::move(large_) : std::string(small_, size_);
-    }
+    std::string str() && { return spilled_ ? std::move(large_) : std::string(small_, size_); }
 
 private:
     bool has_room(std::size_t count) const noexcept { return !spilled_ && count <= sizeof small_ - size_; }

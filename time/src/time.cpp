@@ -6,10 +6,7 @@
 #include "platform.h"
 #include "throw.h"
 
-ka_time::ka_time(const std::tm& fields, unsigned int microseconds)
-{
-    time(fields, microseconds);
-}
+ka_time::ka_time(const std::tm& fields, unsigned int microseconds) { time(fields, microseconds); }
 
 void ka_time::time(const std::tm& fields, unsigned int microseconds)
 {
@@ -17,48 +14,21 @@ void ka_time::time(const std::tm& fields, unsigned int microseconds)
          static_cast<unsigned short>(fields.tm_sec), microseconds);
 }
 
-ka_time ka_time::now()
-{
-    const platform::wall_clock clock = platform::read_wall_clock();
-    // As a period, since a machine that counts leap seconds can show second 60.
-    return ka_time(ka_time_period(0, clock.local.tm_hour, clock.local.tm_min, clock.local.tm_sec,
-                                  clock.milliseconds * 1000));
-}
+ka_time ka_time::now() { return ka_time(platform::read_wall_clock().since_midnight()); }
 
-const ka_time& ka_time::min_time() noexcept
-{
-    return ka_time_and_date::min_time();
-}
+const ka_time& ka_time::min_time() noexcept { return ka_time_and_date::min_time(); }
 
-const ka_time& ka_time::max_time() noexcept
-{
-    return ka_time_and_date::max_time();
-}
+const ka_time& ka_time::max_time() noexcept { return ka_time_and_date::max_time(); }
 
-const std::string& ka_time::am_name() noexcept
-{
-    return *ka_time_and_date::am_name_;
-}
+const std::string& ka_time::am_name() noexcept { return *ka_time_and_date::am_name_; }
 
-const std::string& ka_time::pm_name() noexcept
-{
-    return *ka_time_and_date::pm_name_;
-}
+const std::string& ka_time::pm_name() noexcept { return *ka_time_and_date::pm_name_; }
 
-void ka_time::am_name(const std::string& text)
-{
-    *ka_time_and_date::am_name_ = text;
-}
+void ka_time::am_name(const std::string& text) { *ka_time_and_date::am_name_ = text; }
 
-void ka_time::pm_name(const std::string& text)
-{
-    *ka_time_and_date::pm_name_ = text;
-}
+void ka_time::pm_name(const std::string& text) { *ka_time_and_date::pm_name_ = text; }
 
-std::string ka_time::to_string() const
-{
-    return to_string(*ka_time_and_date::default_time_format_);
-}
+std::string ka_time::to_string() const { return to_string(*ka_time_and_date::default_time_format_); }
 
 std::string ka_time::to_string(const std::string& format) const
 {
@@ -66,20 +36,11 @@ std::string ka_time::to_string(const std::string& format) const
                                        ka_time_and_date::default_time_zone(), false);
 }
 
-void ka_time::print(std::ostream& stream) const
-{
-    stream << to_string();
-}
+void ka_time::print(std::ostream& stream) const { stream << to_string(); }
 
-std::string ka_time::default_format()
-{
-    return *ka_time_and_date::default_time_format_;
-}
+std::string ka_time::default_format() { return *ka_time_and_date::default_time_format_; }
 
-void ka_time::default_format(const std::string& format)
-{
-    *ka_time_and_date::default_time_format_ = format;
-}
+void ka_time::default_format(const std::string& format) { *ka_time_and_date::default_time_format_ = format; }
 
 void ka_time::refuse(unsigned short hours, unsigned short minutes, unsigned short seconds,
                      unsigned int microseconds)

@@ -10,10 +10,7 @@ namespace {
 constexpr int epoch_day = 2440588;
 
 /// Midnight of a day number, as a period from day number 0.
-constexpr ka_time_period midnight_of(int julian_day)
-{
-    return ka_time_period(julian_day * 86400ll);
-}
+constexpr ka_time_period midnight_of(int julian_day) { return ka_time_period(julian_day * 86400ll); }
 
 constexpr ka_time_period epoch = midnight_of(epoch_day);
 
@@ -36,8 +33,7 @@ ka_time_and_date::ka_time_and_date(const ka_time& time, const ka_date& date, con
 
 ka_time_and_date::ka_time_and_date(const ka_time_period& period) noexcept
     : instant_(epoch + period), zone_(default_tzone_)
-{
-}
+{}
 
 ka_time_and_date::ka_time_and_date(const ka_time_period& period, const ka_date& date) : zone_(default_tzone_)
 {
@@ -101,25 +97,16 @@ void ka_time_and_date::time_and_date(const ka_time_period& period) noexcept
     time_and_date(static_cast<long long>(period.to_seconds()));
 }
 
-void ka_time_and_date::time(const ka_time& time)
-{
-    time_and_date(time, date());
-}
+void ka_time_and_date::time(const ka_time& time) { time_and_date(time, date()); }
 
-void ka_time_and_date::date(const ka_date& date)
-{
-    time_and_date(std_time(), date);
-}
+void ka_time_and_date::date(const ka_date& date) { time_and_date(std_time(), date); }
 
 void ka_time_and_date::utc_time_and_date(const ka_time& time, const ka_date& date) noexcept
 {
     instant_ = midnight_of(date.julian_day()) + time;
 }
 
-void ka_time_and_date::utc_time_and_date(const ka_time_period& period) noexcept
-{
-    instant_ = period;
-}
+void ka_time_and_date::utc_time_and_date(const ka_time_period& period) noexcept { instant_ = period; }
 
 ka_time_and_date::reading ka_time_and_date::local() const
 {
@@ -139,35 +126,17 @@ ka_time ka_time_and_date::time() const
     return rule != nullptr ? standard_time + rule->adjustment() : standard_time;
 }
 
-ka_date ka_time_and_date::date() const
-{
-    return local().date;
-}
+ka_date ka_time_and_date::date() const { return local().date; }
 
-ka_time ka_time_and_date::std_time() const
-{
-    return ka_time(instant_ - zone_->offset_);
-}
+ka_time ka_time_and_date::std_time() const { return ka_time(instant_ - zone_->offset_); }
 
-ka_date ka_time_and_date::std_date() const
-{
-    return ka_date(instant_ - zone_->offset_);
-}
+ka_date ka_time_and_date::std_date() const { return ka_date(instant_ - zone_->offset_); }
 
-ka_time ka_time_and_date::utc_time() const noexcept
-{
-    return ka_time(instant_);
-}
+ka_time ka_time_and_date::utc_time() const noexcept { return ka_time(instant_); }
 
-ka_date ka_time_and_date::utc_date() const
-{
-    return ka_date(instant_);
-}
+ka_date ka_time_and_date::utc_date() const { return ka_date(instant_); }
 
-bool ka_time_and_date::is_dst() const
-{
-    return zone_->is_dst(std_time(), std_date());
-}
+bool ka_time_and_date::is_dst() const { return zone_->is_dst(std_time(), std_date()); }
 
 ka_time_and_date::operator std::tm() const
 {
@@ -193,9 +162,7 @@ ka_time_and_date::operator std::tm() const
 ka_time_and_date ka_time_and_date::now_if_available()
 {
     const platform::wall_clock clock = platform::read_wall_clock();
-    const ka_time time(ka_time_period(0, clock.local.tm_hour, clock.local.tm_min, clock.local.tm_sec,
-                                      clock.milliseconds * 1000));
-    return ka_time_and_date(time, ka_date(clock.local));
+    return ka_time_and_date(ka_time(clock.since_midnight()), ka_date(clock.local));
 }
 
 ka_time_and_date ka_time_and_date::now()
@@ -211,47 +178,20 @@ std::string ka_time_and_date::to_string(const char* format) const
     return format == nullptr ? formatted(*default_time_and_date_format_, *this) : formatted(format, *this);
 }
 
-void ka_time_and_date::print(std::ostream& stream) const
-{
-    stream << to_string(nullptr);
-}
+void ka_time_and_date::print(std::ostream& stream) const { stream << to_string(nullptr); }
 
-std::string ka_time_and_date::default_format()
-{
-    return *default_time_and_date_format_;
-}
+std::string ka_time_and_date::default_format() { return *default_time_and_date_format_; }
 
-void ka_time_and_date::default_format(const std::string& format)
-{
-    *default_time_and_date_format_ = format;
-}
+void ka_time_and_date::default_format(const std::string& format) { *default_time_and_date_format_ = format; }
 
-const ka_time_zone& ka_time_and_date::default_time_zone() noexcept
-{
-    return *default_tzone_;
-}
+const ka_time_zone& ka_time_and_date::default_time_zone() noexcept { return *default_tzone_; }
 
-void ka_time_and_date::default_time_zone(const ka_time_zone& zone) noexcept
-{
-    default_tzone_ = &zone;
-}
+void ka_time_and_date::default_time_zone(const ka_time_zone& zone) noexcept { default_tzone_ = &zone; }
 
-const ka_date& ka_time_and_date::min_date() noexcept
-{
-    return *min_date_;
-}
+const ka_date& ka_time_and_date::min_date() noexcept { return *min_date_; }
 
-const ka_date& ka_time_and_date::max_date() noexcept
-{
-    return *max_date_;
-}
+const ka_date& ka_time_and_date::max_date() noexcept { return *max_date_; }
 
-const ka_time& ka_time_and_date::min_time() noexcept
-{
-    return *min_time_;
-}
+const ka_time& ka_time_and_date::min_time() noexcept { return *min_time_; }
 
-const ka_time& ka_time_and_date::max_time() noexcept
-{
-    return *max_time_;
-}
+const ka_time& ka_time_and_date::max_time() noexcept { return *max_time_; }

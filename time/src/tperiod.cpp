@@ -8,10 +8,7 @@
 
 constinit ka_time_period ka_time_period::zero_period;
 
-ka_time_period::ka_time_period(const timeval& value)
-{
-    time_period(value);
-}
+ka_time_period::ka_time_period(const timeval& value) { time_period(value); }
 
 ka_time_period& ka_time_period::operator=(const timeval& value)
 {
@@ -28,10 +25,7 @@ void ka_time_period::time_period(const timeval& value)
     time_period(split.seconds, microseconds);
 }
 
-ka_time_period::operator timeval() const noexcept
-{
-    return platform::to_timeval(seconds_, microseconds_);
-}
+ka_time_period::operator timeval() const noexcept { return platform::to_timeval(seconds_, microseconds_); }
 
 std::string ka_time_period::to_string() const
 {
@@ -39,10 +33,7 @@ std::string ka_time_period::to_string() const
     return std::string(text, write_text(text));
 }
 
-void ka_time_period::print(std::ostream& stream) const
-{
-    stream << to_string();
-}
+void ka_time_period::print(std::ostream& stream) const { stream << to_string(); }
 
 char* ka_time_period::write_text(char* out) const noexcept
 {
@@ -77,7 +68,4 @@ void ka_time_period::refuse(int days, int hours, int minutes, int seconds, int m
                 " Minutes: ", minutes, " Seconds: ", seconds, " Microseconds: ", microseconds);
 }
 
-void ka_time_period::refuse_zero_divisor()
-{
-    throw_error(error_code::divide_by_zero, {__FILE__, __LINE__});
-}
+void ka_time_period::refuse_zero_divisor() { throw_error(error_code::divide_by_zero, {__FILE__, __LINE__}); }

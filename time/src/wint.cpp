@@ -46,12 +46,6 @@ std::string ka_wint::to_string(ka_base radix, bool upper) const
     return std::string(text, out);
 }
 
-void ka_wint::print(std::ostream& stream) const
-{
-    stream << to_string(ka_decimal, true);
-}
+void ka_wint::print(std::ostream& stream) const { stream << to_string(ka_decimal, true); }
 
-void ka_wint::refuse_zero_divisor()
-{
-    throw_error(error_code::divide_by_zero, {__FILE__, __LINE__});
-}
+void ka_wint::refuse_zero_divisor() { throw_error(error_code::divide_by_zero, {__FILE__, __LINE__}); }

@@ -11,13 +11,12 @@ ka_time_zone::ka_time_zone(const ka_time_period& offset) : ka_time_zone(offset, 
 
 ka_time_zone::ka_time_zone(const ka_time_period& offset, const std::string& name)
     : ka_time_zone(offset, name, name)
-{
-}
+{}
 
 ka_time_zone::ka_time_zone(const ka_time_period& offset, const std::string& name, const std::string& dst_name)
-    : name_(name), dst_name_(dst_name), offset_(offset), rules_(std::make_unique<ka_time_zone_rule*[]>(max_rules))
-{
-}
+    : name_(name), dst_name_(dst_name), offset_(offset),
+      rules_(std::make_unique<ka_time_zone_rule*[]>(max_rules))
+{}
 
 ka_time_zone::~ka_time_zone() = default;
 
@@ -72,10 +71,7 @@ bool ka_time_zone::is_dst(const ka_time& time, const ka_date& date) const
     return rule(time, date) != nullptr;
 }
 
-std::string ka_time_zone::name() const
-{
-    return name(name_, offset_);
-}
+std::string ka_time_zone::name() const { return name(name_, offset_); }
 
 std::string ka_time_zone::dst_name() const
 {

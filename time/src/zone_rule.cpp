@@ -17,7 +17,8 @@ bool is_in_every_year(const ka_calendar_date& point)
     return ka_next_to_last <= point.week() && point.week() <= ka_fourth;
 }
 
-bool is_before(const ka_date& date, const ka_time& time, const ka_date& point_date, const ka_calendar_date& point)
+bool is_before(const ka_date& date, const ka_time& time, const ka_date& point_date,
+               const ka_calendar_date& point)
 {
     return date != point_date ? date < point_date : time < point.time();
 }
@@ -37,8 +38,9 @@ bool is_simple_rule_in_effect(const ka_time_zone_rule& rule, const ka_time& time
 
     // Two points in different months need no date, but for the one whose month
     // it is. A point that may lack its day has to be asked all the same.
-    const bool asks_no_day = start.month() != end.month() && is_in_every_year(start) && is_in_every_year(end) &&
-                             ka_date::is_year(on.year) && on.year <= last_regular_year;
+    const bool asks_no_day = start.month() != end.month() && is_in_every_year(start) &&
+                             is_in_every_year(end) && ka_date::is_year(on.year) &&
+                             on.year <= last_regular_year;
     if (asks_no_day && on.month != start.month() && on.month != end.month()) {
         const bool after_start = start.month() < on.month;
         const bool before_end = on.month < end.month();
@@ -61,28 +63,22 @@ ka_time_zone_rule::ka_time_zone_rule(const ka_calendar_date& start, const ka_cal
                                      const ka_time_period& adjustment) noexcept
     : start_point_(&start), end_point_(&end), start_year_(start_year), end_year_(end_year),
       adjustment_(adjustment)
-{
-}
+{}
 
 ka_time_zone_rule::~ka_time_zone_rule() = default;
 
-void ka_time_zone_rule::print(std::ostream& stream) const
-{
-    stream << "ka_time_zone_rule()";
-}
+void ka_time_zone_rule::print(std::ostream& stream) const { stream << "ka_time_zone_rule()"; }
 
 ka_simple_time_zone_rule::ka_simple_time_zone_rule(const ka_calendar_date& start, const ka_calendar_date& end,
                                                    short start_year, short end_year) noexcept
     : ka_simple_time_zone_rule(start, end, start_year, end_year, ka_time_period(3600))
-{
-}
+{}
 
 ka_simple_time_zone_rule::ka_simple_time_zone_rule(const ka_calendar_date& start, const ka_calendar_date& end,
                                                    short start_year, short end_year,
                                                    const ka_time_period& adjustment) noexcept
     : ka_time_zone_rule(start, end, start_year, end_year, adjustment)
-{
-}
+{}
 
 ka_simple_time_zone_rule::~ka_simple_time_zone_rule() = default;
 
