@@ -363,7 +363,11 @@ private:
     static constexpr int last_bc_day = 1721425;
 
     /// The date of the whole days from day number 0, or `invalid_day`.
-    KA_TIME_VARNEL_INTERNAL explicit ka_date(const ka_time_period& since_day_zero);
+    explicit constexpr ka_date(const ka_time_period& since_day_zero) : julian_day_(since_day_zero.to_days())
+    {
+        if (!is_julian_day(julian_day_))
+            refuse_whole_days(julian_day_);
+    }
 
     static constexpr int checked_day(int julian_day)
     {
@@ -519,6 +523,7 @@ private:
     // What is refused, and in which words: in the class's source.
     [[noreturn]] static void refuse_day(long long julian_day);
     [[noreturn]] static void refuse_day(unsigned long long julian_day);
+    [[noreturn]] static void refuse_whole_days(int julian_day);
     [[noreturn]] static void refuse_date(unsigned short month, unsigned short day, short year);
     [[noreturn]] static void refuse_month(unsigned short month);
     [[noreturn]] static void refuse_month_of_weekday(unsigned short month);

@@ -81,17 +81,17 @@ public:
     /// 0 to 23.
     constexpr unsigned short hours() const noexcept
     {
-        return static_cast<unsigned short>(since_midnight_.to_hours());
+        return static_cast<unsigned short>(second_of_day() / 3600);
     }
     /// 0 to 59.
     constexpr unsigned short minutes() const noexcept
     {
-        return static_cast<unsigned short>(since_midnight_.to_minutes() % 60);
+        return static_cast<unsigned short>(second_of_day() / 60 % 60);
     }
     /// 0 to 59.
     constexpr unsigned short seconds() const noexcept
     {
-        return static_cast<unsigned short>(since_midnight_.to_seconds() % 60);
+        return static_cast<unsigned short>(second_of_day() % 60);
     }
     /// 0 to 999999.
     constexpr unsigned int microseconds() const noexcept
@@ -100,7 +100,7 @@ public:
     }
 
     /// Noon is PM, midnight is AM.
-    constexpr bool is_pm() const noexcept { return since_midnight_.to_seconds() >= 12 * 3600; }
+    constexpr bool is_pm() const noexcept { return second_of_day() >= 12 * 3600; }
     constexpr bool is_am() const noexcept { return !is_pm(); }
 
     /// The time since midnight.
@@ -178,6 +178,11 @@ public:
     static void default_format(const std::string& format);
 
 private:
+    constexpr unsigned int second_of_day() const noexcept
+    {
+        return static_cast<unsigned int>(since_midnight_.seconds_);
+    }
+
     /// Brings the period into one day, from zero on.
     constexpr ka_time& adjust() noexcept
     {

@@ -205,9 +205,14 @@ private:
     struct reading {
         ka_time time;
         ka_date date;
+        unsigned short month;
+        unsigned short day;
+        short year;
         bool is_dst;
     };
     KA_TIME_VARNEL_INTERNAL reading local() const;
+    /// The rule in effect on the standard clock, or null.
+    KA_TIME_VARNEL_INTERNAL const ka_time_zone_rule* rule_at(const ka_time_period& standard) const;
 
     KA_TIME_VARNEL_INTERNAL static void create_names();
     KA_TIME_VARNEL_INTERNAL static void create_default_formats();

@@ -47,12 +47,6 @@ const char* ka_which_one_name(ka_which_one which) noexcept
 
 ka_date::ka_date(const std::tm& fields) { date(fields); }
 
-ka_date::ka_date(const ka_time_period& since_day_zero) : julian_day_(since_day_zero.to_days())
-{
-    if (!is_julian_day(julian_day_))
-        throw_error(error_code::invalid_day, {__FILE__, __LINE__}, "Invalid julian day: ", julian_day_);
-}
-
 void ka_date::date(const std::tm& fields)
 {
     // The record's months count from 0 and its years from 1900; computed as
@@ -144,6 +138,11 @@ void ka_date::refuse_day(long long julian_day)
 void ka_date::refuse_day(unsigned long long julian_day)
 {
     throw_error(error_code::invalid_day, {__FILE__, __LINE__}, julian_day);
+}
+
+void ka_date::refuse_whole_days(int julian_day)
+{
+    throw_error(error_code::invalid_day, {__FILE__, __LINE__}, "Invalid julian day: ", julian_day);
 }
 
 void ka_date::refuse_date(unsigned short month, unsigned short day, short year)

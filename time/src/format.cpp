@@ -44,6 +44,21 @@ void put_number(text& out, int value, int width, char fill)
     out.put(std::string_view(digits, static_cast<std::size_t>(length)));
 }
 
+/// The form of most codes: two places, of a number that is never negative.
+void put_two_places(text& out, unsigned int value, char fill = '0')
+{
+    out.put(value < 10 ? fill : static_cast<char>('0' + value / 10));
+    out.put(static_cast<char>('0' + value % 10));
+}
+
+/// Microseconds, in six places.
+void put_six_places(text& out, unsigned int value)
+{
+    put_two_places(out, value / 10000);
+    put_two_places(out, value / 100 % 100);
+    put_two_places(out, value % 100);
+}
+
 void put_formatted(text& out, std::string_view format, const fields& value);
 
 struct code_row {
@@ -58,29 +73,29 @@ constexpr code_row code_table[] = {
     {'B', [](text& out, const fields& v) { out.put(ka_date::month_name(v.month)); }},
     {'c', [](text& out, const fields& v) { put_formatted(out, v.timedate_layout, v); }},
     {'C', [](text& out, const fields& v) { put_number(out, v.year / 100, 0, '0'); }},
-    {'d', [](text& out, const fields& v) { put_number(out, v.day, 2, '0'); }},
+    {'d', [](text& out, const fields& v) { put_two_places(out, v.day); }},
     {'D', [](text& out, const fields& v) { put_formatted(out, "%m/%d/%y", v); }},
-    {'e', [](text& out, const fields& v) { put_number(out, v.day, 2, ' '); }},
+    {'e', [](text& out, const fields& v) { put_two_places(out, v.day, ' '); }},
     {'f', [](text& out, const fields& v) { put_formatted(out, v.year < 1000 ? "%s %P" : "%s", v); }},
-    {'H', [](text& out, const fields& v) { put_number(out, v.hour, 2, '0'); }},
-    {'I', [](text& out, const fields& v) { put_number(out, v.hour_of_12(), 2, '0'); }},
+    {'H', [](text& out, const fields& v) { put_two_places(out, v.hour); }},
+    {'I', [](text& out, const fields& v) { put_two_places(out, v.hour_of_12()); }},
     {'j', [](text& out, const fields& v) { put_number(out, v.date().day_of_year() + 1, 3, '0'); }},
-    {'k', [](text& out, const fields& v) { put_number(out, v.hour, 2, ' '); }},
-    {'l', [](text& out, const fields& v) { put_number(out, v.hour_of_12(), 2, ' '); }},
-    {'m', [](text& out, const fields& v) { put_number(out, v.month, 2, '0'); }},
-    {'M', [](text& out, const fields& v) { put_number(out, v.minute, 2, '0'); }},
+    {'k', [](text& out, const fields& v) { put_two_places(out, v.hour, ' '); }},
+    {'l', [](text& out, const fields& v) { put_two_places(out, v.hour_of_12(), ' '); }},
+    {'m', [](text& out, const fields& v) { put_two_places(out, v.month); }},
+    {'M', [](text& out, const fields& v) { put_two_places(out, v.minute); }},
     {'n', [](text& out, const fields&) { out.put('\n'); }},
     {'p', [](text& out, const fields& v) { out.put(v.hour < 12 ? ka_time::am_name() : ka_time::pm_name()); }},
     {'P', [](text& out, const fields& v) { out.put(v.year < 0 ? ka_date::bc_name() : ka_date::ad_name()); }},
-    {'q', [](text& out, const fields& v) { put_number(out, static_cast<int>(v.microsecond), 6, '0'); }},
+    {'q', [](text& out, const fields& v) { put_six_places(out, v.microsecond); }},
     {'r', [](text& out, const fields& v) { put_formatted(out, "%I:%M:%S %p", v); }},
     {'s', [](text& out, const fields& v) { put_number(out, std::abs(v.year), 0, '0'); }},
-    {'S', [](text& out, const fields& v) { put_number(out, v.second, 2, '0'); }},
+    {'S', [](text& out, const fields& v) { put_two_places(out, v.second); }},
     {'t', [](text& out, const fields&) { out.put('\t'); }},
     {'T', [](text& out, const fields& v) { put_formatted(out, "%H:%M:%S", v); }},
-    {'U', [](text& out, const fields& v) { put_number(out, v.date().week_of_year(1), 2, '0'); }},
+    {'U', [](text& out, const fields& v) { put_two_places(out, v.date().week_of_year(1)); }},
     {'w', [](text& out, const fields& v) { put_number(out, v.date().weekday() - 1, 0, '0'); }},
-    {'W', [](text& out, const fields& v) { put_number(out, v.date().week_of_year(2), 2, '0'); }},
+    {'W', [](text& out, const fields& v) { put_two_places(out, v.date().week_of_year(2)); }},
     {'x', [](text& out, const fields& v) { put_formatted(out, v.date_layout, v); }},
     {'X', [](text& out, const fields& v) { put_formatted(out, v.time_layout, v); }},
     {'y', [](text& out, const fields& v) { put_number(out, v.year % 100, 2, '0'); }},
@@ -150,11 +165,11 @@ private:
 void put_formatted(text& out, std::string_view format, const fields& value)
 {
     for (std::size_t place = 0; place < format.size();) {
-        const std::size_t percent = std::min(format.find('%', place), format.size());
-        out.put(format.substr(place, percent - place));
-        if (percent == format.size())
-            return;
-        const code_reader code(format, percent + 1);
+        if (format[place] != '%') {
+            out.put(format[place++]);
+            continue;
+        }
+        const code_reader code(format, place + 1);
         const std::size_t start = out.size();
         put_code(out, code.letter(), value);
         code.pad(out, start);
@@ -180,12 +195,8 @@ std::string ka_time_and_date::formatted(const std::string& format, const unsigne
 std::string ka_time_and_date::formatted(const std::string& format, const ka_time_and_date& value)
 {
     const reading now = value.local();
-    unsigned short month = 0;
-    unsigned short day = 0;
-    short year = 0;
-    ka_date::calc_calendar_date(now.date.julian_day(), &month, &day, &year);
     return formatted(format, now.time.hours(), now.time.minutes(), now.time.seconds(),
-                     now.time.microseconds(), month, day, year, *value.zone_, now.is_dst);
+                     now.time.microseconds(), now.month, now.day, now.year, *value.zone_, now.is_dst);
 }
 
 std::string ka_time_and_date::formatted(const std::string& format, const ka_time* time, const ka_date* date)

@@ -11,7 +11,13 @@ class text {
 public:
     std::size_t size() const noexcept { return spilled_ ? large_.size() : size_; }
 
-    void put(char letter) { put(std::string_view(&letter, 1)); }
+    void put(char letter)
+    {
+        if (has_room(1))
+            small_[size_++] = letter;
+        else
+            put(std::string_view(&letter, 1));
+    }
 
     void put(std::string_view added)
     {

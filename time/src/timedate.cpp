@@ -108,25 +108,43 @@ void ka_time_and_date::utc_time_and_date(const ka_time& time, const ka_date& dat
 
 void ka_time_and_date::utc_time_and_date(const ka_time_period& period) noexcept { instant_ = period; }
 
+const ka_time_zone_rule* ka_time_and_date::rule_at(const ka_time_period& standard) const
+{
+    return zone_->rule(ka_time(standard), ka_date(standard));
+}
+
 ka_time_and_date::reading ka_time_and_date::local() const
 {
     const ka_time_period standard = instant_ - zone_->offset_;
-    const ka_time time(standard);
-    const ka_date date(standard);
-    const ka_time_zone_rule* const rule = zone_->rule(time, date);
+    reading now = {ka_time(standard), ka_date(standard), 0, 0, 0, false};
+    ka_date::calc_calendar_date(now.date.julian_day(), &now.month, &now.day, &now.year);
+
+    const ka_time_zone_rule* const rule = zone_->rule(now.time, now.date, now.year, now.month);
     if (rule == nullptr)
-        return {time, date, false};
-    return {time + rule->adjustment(), ka_date(standard + rule->adjustment()), true};
+        return now;
+    const ka_time_period local = standard + rule->adjustment();
+    const ka_date local_date(local);
+    if (local_date != now.date)
+        ka_date::calc_calendar_date(local_date.julian_day(), &now.month, &now.day, &now.year);
+    now.time = ka_time(local);
+    now.date = local_date;
+    now.is_dst = true;
+    return now;
 }
 
 ka_time ka_time_and_date::time() const
 {
-    const ka_time standard_time = std_time();
-    const ka_time_zone_rule* const rule = zone_->rule(standard_time, std_date());
-    return rule != nullptr ? standard_time + rule->adjustment() : standard_time;
+    const ka_time_period standard = instant_ - zone_->offset_;
+    const ka_time_zone_rule* const rule = rule_at(standard);
+    return ka_time(rule != nullptr ? standard + rule->adjustment() : standard);
 }
 
-ka_date ka_time_and_date::date() const { return local().date; }
+ka_date ka_time_and_date::date() const
+{
+    const ka_time_period standard = instant_ - zone_->offset_;
+    const ka_time_zone_rule* const rule = rule_at(standard);
+    return ka_date(rule != nullptr ? standard + rule->adjustment() : standard);
+}
 
 ka_time ka_time_and_date::std_time() const { return ka_time(instant_ - zone_->offset_); }
 
@@ -136,25 +154,20 @@ ka_time ka_time_and_date::utc_time() const noexcept { return ka_time(instant_); 
 
 ka_date ka_time_and_date::utc_date() const { return ka_date(instant_); }
 
-bool ka_time_and_date::is_dst() const { return zone_->is_dst(std_time(), std_date()); }
+bool ka_time_and_date::is_dst() const { return rule_at(instant_ - zone_->offset_) != nullptr; }
 
 ka_time_and_date::operator std::tm() const
 {
     const reading now = local();
-    unsigned short month = 0;
-    unsigned short day = 0;
-    short year = 0;
-    ka_date::calc_calendar_date(now.date.julian_day(), &month, &day, &year);
-
     std::tm fields = {};
     fields.tm_sec = now.time.seconds();
     fields.tm_min = now.time.minutes();
     fields.tm_hour = now.time.hours();
-    fields.tm_mday = day;
-    fields.tm_mon = month - 1;
-    fields.tm_year = year - 1900;
+    fields.tm_mday = now.day;
+    fields.tm_mon = now.month - 1;
+    fields.tm_year = now.year - 1900;
     fields.tm_wday = now.date.weekday() - 1;
-    fields.tm_yday = now.date.julian_day() - ka_date::calc_julian_day(1, 1, year);
+    fields.tm_yday = now.date.julian_day() - ka_date::calc_julian_day(1, 1, now.year);
     fields.tm_isdst = now.is_dst;
     return fields;
 }

@@ -42,13 +42,22 @@ const ka_time_zone_rule* ka_time_zone::rule(const ka_time& time, const ka_date& 
 {
     if (count_ == 0)
         return nullptr;
-    const dated on(date);
+    unsigned short month = 0;
+    short year = 0;
+    ka_date::calc_calendar_date(date.julian_day(), &month, nullptr, &year);
+    return rule(time, date, year, month);
+}
+
+const ka_time_zone_rule* ka_time_zone::rule(const ka_time& time, const ka_date& date, short year,
+                                            unsigned short month) const
+{
     for (int slot = 0; slot < count_; ++slot) {
-        const ka_time_zone_rule& asked = *rule(slot);
+        const ka_time_zone_rule& asked = *rules_[static_cast<std::size_t>(slot)];
         // The library's own kind of rule shares what is known of the date; any
         // other, one derived from it included, is asked as it expects.
         const bool is_simple = &typeid(asked) == &typeid(ka_simple_time_zone_rule);
-        if (is_simple ? is_simple_rule_in_effect(asked, time, on) : asked.is_in_effect(time, date))
+        if (is_simple ? is_simple_rule_in_effect(asked, time, date, year, month)
+                      : asked.is_in_effect(time, date))
             return &asked;
     }
     return nullptr;

@@ -25,37 +25,36 @@ bool is_before(const ka_date& date, const ka_time& time, const ka_date& point_da
 
 }
 
-bool is_simple_rule_in_effect(const ka_time_zone_rule& rule, const ka_time& time, const dated& on)
+bool is_simple_rule_in_effect(const ka_time_zone_rule& rule, const ka_time& time, const ka_date& date,
+                              short year, unsigned short month)
 {
-    if (on.year < rule.start_year())
+    if (year < rule.start_year())
         return false;
-    if (!rule.is_open_ended() && rule.end_year() < on.year)
+    if (!rule.is_open_ended() && rule.end_year() < year)
         return false;
 
     const ka_calendar_date& start = rule.start_point();
     const ka_calendar_date& end = rule.end_point();
-    const bool spans_new_year_by_month = end.month() < start.month();
 
-    // Two points in different months need no date, but for the one whose month
-    // it is. A point that may lack its day has to be asked all the same.
-    const bool asks_no_day = start.month() != end.month() && is_in_every_year(start) &&
-                             is_in_every_year(end) && ka_date::is_year(on.year) &&
-                             on.year <= last_regular_year;
-    if (asks_no_day && on.month != start.month() && on.month != end.month()) {
-        const bool after_start = start.month() < on.month;
-        const bool before_end = on.month < end.month();
-        return spans_new_year_by_month ? after_start || before_end : after_start && before_end;
+    // With points in two months, the date of a point matters in its own month
+    // alone. A point that may lack its day has to be asked all the same.
+    if (start.month() != end.month() && is_in_every_year(start) && is_in_every_year(end) &&
+        ka_date::is_year(year) && year <= last_regular_year) {
+        if (month == start.month())
+            return !is_before(date, time, start.date(year), start);
+        if (month == end.month())
+            return is_before(date, time, end.date(year), end);
+        const bool is_after_start = start.month() < month;
+        const bool is_before_end = month < end.month();
+        return end.month() < start.month() ? is_after_start || is_before_end
+                                           : is_after_start && is_before_end;
     }
-    if (asks_no_day && on.month == start.month())
-        return !is_before(on.date, time, start.date(on.year), start);
-    if (asks_no_day)
-        return is_before(on.date, time, end.date(on.year), end);
 
-    const ka_date start_date = start.date(on.year);
-    const ka_date end_date = end.date(on.year);
-    const bool after_start = !is_before(on.date, time, start_date, start);
-    const bool before_end = is_before(on.date, time, end_date, end);
-    return end_date < start_date ? after_start || before_end : after_start && before_end;
+    const ka_date start_date = start.date(year);
+    const ka_date end_date = end.date(year);
+    const bool is_after_start = !is_before(date, time, start_date, start);
+    const bool is_before_end = is_before(date, time, end_date, end);
+    return end_date < start_date ? is_after_start || is_before_end : is_after_start && is_before_end;
 }
 
 ka_time_zone_rule::ka_time_zone_rule(const ka_calendar_date& start, const ka_calendar_date& end,
@@ -84,5 +83,8 @@ ka_simple_time_zone_rule::~ka_simple_time_zone_rule() = default;
 
 bool ka_simple_time_zone_rule::is_in_effect(const ka_time& time, const ka_date& date) const
 {
-    return is_simple_rule_in_effect(*this, time, dated(date));
+    unsigned short month = 0;
+    short year = 0;
+    ka_date::calc_calendar_date(date.julian_day(), &month, nullptr, &year);
+    return is_simple_rule_in_effect(*this, time, date, year, month);
 }
