@@ -1,5 +1,11 @@
 #include <time/error.h>
 
+#include <algorithm>
+#include <charconv>
+#include <cstring>
+
+#include "throw.h"
+
 namespace {
 
 struct error_row {
@@ -44,3 +50,40 @@ int ka_time_varnel_error::code() const noexcept { return code_; }
 const char* ka_time_varnel_error::symbol(int code) noexcept { return row_of(code).symbol; }
 
 const char* ka_time_varnel_error::description(int code) noexcept { return row_of(code).description; }
+
+message::message(error_code code) noexcept : code_(code)
+{
+    put(std::string_view(error_table[static_cast<int>(code)].symbol));
+    put(": ");
+}
+
+void message::put(std::string_view text) noexcept
+{
+    const std::size_t count = std::min(text.size(), sizeof text_ - 1 - size_);
+    std::memcpy(text_ + size_, text.data(), count);
+    size_ += count;
+}
+
+void message::put(long long number) noexcept
+{
+    char digits[20];
+    const char* const end = std::to_chars(digits, digits + sizeof digits, number).ptr;
+    put(std::string_view(digits, static_cast<std::size_t>(end - digits)));
+}
+
+void message::put(unsigned long long number) noexcept
+{
+    char digits[20];
+    const char* const end = std::to_chars(digits, digits + sizeof digits, number).ptr;
+    put(std::string_view(digits, static_cast<std::size_t>(end - digits)));
+}
+
+void message::raise(throw_site site)
+{
+    put(" [");
+    put(std::string_view(site.file));
+    put(":");
+    put(site.line);
+    put("]");
+    throw ka_time_varnel_error(static_cast<int>(code_), text_);
+}

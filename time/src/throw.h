@@ -1,12 +1,9 @@
 #pragma once
 
-#include <algorithm>
-#include <charconv>
 #include <concepts>
-#include <cstring>
+#include <cstddef>
 #include <string_view>
-
-#include <time/error.h>
+#include <type_traits>
 
 /// The codes of `ka_time_varnel_error`, in the order of its table.
 enum class error_code : int {
@@ -33,40 +30,34 @@ struct throw_site {
 /// are plain decimal, whatever the host's locale.
 class message {
 public:
-    void put(std::string_view text) noexcept
-    {
-        const std::size_t count = std::min(text.size(), sizeof text_ - 1 - size_);
-        std::memcpy(text_ + size_, text.data(), count);
-        size_ += count;
-    }
+    /// Begins with the symbol of the code.
+    explicit message(error_code code) noexcept;
+
+    void put(std::string_view text) noexcept;
+    void put(long long number) noexcept;
+    void put(unsigned long long number) noexcept;
     template <std::integral Number>
     void put(Number number) noexcept
     {
-        char digits[20];
-        const char* end = std::to_chars(digits, digits + sizeof digits, number).ptr;
-        put(std::string_view(digits, static_cast<std::size_t>(end - digits)));
+        put(static_cast<std::conditional_t<std::signed_integral<Number>, long long, unsigned long long>>(
+            number));
     }
-    const char* c_str() const noexcept { return text_; }
+
+    /// Ends with the site.
+    [[noreturn]] void raise(throw_site site);
 
 private:
-    char text_[512] = {};
+    error_code code_;
     std::size_t size_ = 0;
+    char text_[512] = {};
 };
 
 /// The one way in which the library fails: throws an error of a code, with a
 /// message of the code's symbol, the values shown, and the site.
 template <typename... Shown>
-[[noreturn]] void throw_error(error_code code, throw_site site, const Shown&... shown)
+[[noreturn, gnu::cold]] void throw_error(error_code code, throw_site site, const Shown&... shown)
 {
-    const int number = static_cast<int>(code);
-    message text;
-    text.put(std::string_view(ka_time_varnel_error::symbol(number)));
-    text.put(": ");
+    message text(code);
     (text.put(shown), ...);
-    text.put(" [");
-    text.put(std::string_view(site.file));
-    text.put(":");
-    text.put(site.line);
-    text.put("]");
-    throw ka_time_varnel_error(number, text.c_str());
+    text.raise(site);
 }
