@@ -51,8 +51,7 @@ public:
     /// (zero goes with either). Anything else throws `invalid_time_period`.
     constexpr void time_period(long long seconds, int microseconds)
     {
-        const bool one_sign = (seconds >= 0 && microseconds >= 0) || (seconds <= 0 && microseconds <= 0);
-        if (!one_sign || !is_microsecond(microseconds))
+        if (are_of_opposite_signs(seconds, microseconds) || !is_microsecond(microseconds))
             refuse(seconds, microseconds);
         seconds_ = seconds;
         microseconds_ = microseconds;
@@ -124,7 +123,11 @@ public:
 
     constexpr ka_time_period operator+(const ka_time_period& other) const noexcept
     {
-        return normalized(wrapping_sum(seconds_, other.seconds_), microseconds_ + other.microseconds_);
+        // Below two seconds, so that no division is needed to carry.
+        const int fraction = microseconds_ + other.microseconds_;
+        const int carry = (fraction >= microseconds_per_second) - (fraction <= -microseconds_per_second);
+        return with_one_sign(wrapping_sum(wrapping_sum(seconds_, other.seconds_), carry), fraction,
+                             fraction - carry * microseconds_per_second);
     }
     /// As `*this + -other`; it throws only where that minus does.
     constexpr ka_time_period operator-(const ka_time_period& other) const { return *this + -other; }
@@ -133,7 +136,10 @@ public:
     /// alone wrap to themselves.
     constexpr ka_time_period operator-() const
     {
-        return ka_time_period(wrapping_product(seconds_, -1), -microseconds_);
+        const long long seconds = wrapping_product(seconds_, -1);
+        if (are_of_opposite_signs(seconds, -microseconds_))
+            refuse(seconds, -microseconds_);
+        return unchecked(seconds, -microseconds_);
     }
     constexpr ka_time_period& operator+=(const ka_time_period& other) noexcept
     {
@@ -144,7 +150,10 @@ public:
     /// Exact for any factor as long as the seconds stay within 64 bits.
     constexpr ka_time_period operator*(int factor) const noexcept
     {
-        return normalized(wrapping_product(seconds_, factor), static_cast<long long>(microseconds_) * factor);
+        ka_time_period product;
+        product.normalize_time_period(wrapping_product(seconds_, factor),
+                                      static_cast<long long>(microseconds_) * factor);
+        return product;
     }
     constexpr ka_time_period& operator*=(int factor) noexcept { return *this = *this * factor; }
 
@@ -190,11 +199,17 @@ private:
         return result;
     }
 
-    static constexpr ka_time_period normalized(long long seconds, long long microseconds) noexcept
+    static constexpr bool are_of_opposite_signs(long long seconds, int microseconds) noexcept
     {
-        ka_time_period result;
-        result.normalize_time_period(seconds, microseconds);
-        return result;
+        return (seconds ^ microseconds) < 0 && seconds != 0 && microseconds != 0;
+    }
+
+    /// The seconds with the rest that is left below a second; where the signs
+    /// of seconds and fraction differ, one second goes from one to the other.
+    static constexpr ka_time_period with_one_sign(long long seconds, int fraction, int rest) noexcept
+    {
+        const int moved = (seconds < 0 && fraction > 0) - (seconds > 0 && fraction < 0);
+        return unchecked(seconds + moved, moved != 0 ? fraction - moved * microseconds_per_second : rest);
     }
 
     /// Stores the two fields, once the excess of the microseconds has gone to
