@@ -19,19 +19,23 @@ struct tm local_time(time_t moment) noexcept
     return fields;
 }
 
-/// The local time nearest to a moment at which the runtime's daylight flag is
-/// the other one, within a year; false where there is none. Two weeks are
-/// shorter than any daylight saving time, or pause in it, on record.
-bool find_other_flag(time_t moment, bool is_dst, struct tm& found) noexcept
+/// How far the clocks are ahead while the runtime's daylight flag is set, from
+/// the nearest change of both within a year of a moment; 0 where there is none. Two weeks are shorter than
+/// any daylight saving time, or pause in it, on record.
+long saving_near(time_t moment, bool is_flagged) noexcept
 {
     constexpr time_t two_weeks = 14 * 86400;
     for (time_t distance = two_weeks; distance <= 27 * two_weeks; distance += two_weeks)
-        for (const time_t candidate : {moment + distance, moment - distance}) {
-            found = local_time(candidate);
-            if ((found.tm_isdst > 0) != is_dst)
-                return true;
+        for (const time_t step : {two_weeks, -two_weeks}) {
+            const time_t beyond = step > 0 ? moment + distance : moment - distance;
+            const struct tm other = local_time(beyond);
+            if ((other.tm_isdst > 0) == is_flagged)
+                continue;
+            const long ahead = other.tm_gmtoff - local_time(beyond - step).tm_gmtoff;
+            if (ahead != 0)
+                return is_flagged ? -ahead : ahead;
         }
-    return false;
+    return 0;
 }
 
 }
@@ -59,16 +63,17 @@ zone_reading read_standard_offset() noexcept
 {
     const time_t moment = time(nullptr);
     const struct tm now = local_time(moment);
-    const bool flag = now.tm_isdst > 0;
+    const bool is_flagged = now.tm_isdst > 0;
     const int seconds_west = static_cast<int>(-now.tm_gmtoff);
 
-    struct tm other = {};
-    if (!find_other_flag(moment, flag, other))
-        return {flag ? static_cast<int>(timezone) : seconds_west, flag};
-    // Some tz data call summer time the standard and winter a negative saving.
-    // Of the two clocks the one behind is standard time, whatever its flag.
-    const bool is_dst = now.tm_gmtoff > other.tm_gmtoff;
-    return {is_dst ? static_cast<int>(-other.tm_gmtoff) : seconds_west, is_dst};
+    const long saving = saving_near(moment, is_flagged);
+    if (saving == 0)
+        return {is_flagged ? static_cast<int>(timezone) : seconds_west, is_flagged};
+    // Some tz data call summer time the standard, and winter a negative saving:
+    // then it is the time without the flag that is ahead.
+    if (is_flagged != (saving > 0))
+        return {seconds_west, false};
+    return {seconds_west + static_cast<int>(saving > 0 ? saving : -saving), true};
 }
 
 user_locale::user_locale() noexcept { locale_of_start = newlocale(LC_TIME_MASK, "", nullptr); }
