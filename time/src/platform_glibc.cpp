@@ -20,8 +20,9 @@ struct tm local_time(time_t moment) noexcept
 }
 
 /// How far the clocks are ahead while the runtime's daylight flag is set, from
-/// the nearest change of both within a year of a moment; 0 where there is none. Two weeks are shorter than
-/// any daylight saving time, or pause in it, on record.
+/// the nearest change of both within a year of a moment; 0 where there is none.
+/// Two weeks are shorter than any daylight saving time, or pause in it, on
+/// record.
 long saving_near(time_t moment, bool is_flagged) noexcept
 {
     constexpr time_t two_weeks = 14 * 86400;
