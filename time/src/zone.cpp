@@ -56,7 +56,7 @@ const ka_time_zone_rule* ka_time_zone::rule(const ka_time& time, const ka_date& 
         // The library's own kind of rule shares what is known of the date; any
         // other, one derived from it included, is asked as it expects.
         const bool is_simple = &typeid(asked) == &typeid(ka_simple_time_zone_rule);
-        if (is_simple ? is_simple_rule_in_effect(asked, time, date, year, month)
+        if (is_simple ? covers(asked, year) && is_within_points(asked, time, date, year, month)
                       : asked.is_in_effect(time, date))
             return &asked;
     }

@@ -25,14 +25,9 @@ bool is_before(const ka_date& date, const ka_time& time, const ka_date& point_da
 
 }
 
-bool is_simple_rule_in_effect(const ka_time_zone_rule& rule, const ka_time& time, const ka_date& date,
-                              short year, unsigned short month)
+bool is_within_points(const ka_time_zone_rule& rule, const ka_time& time, const ka_date& date, short year,
+                      unsigned short month)
 {
-    if (year < rule.start_year())
-        return false;
-    if (!rule.is_open_ended() && rule.end_year() < year)
-        return false;
-
     const ka_calendar_date& start = rule.start_point();
     const ka_calendar_date& end = rule.end_point();
 
@@ -86,5 +81,5 @@ bool ka_simple_time_zone_rule::is_in_effect(const ka_time& time, const ka_date& 
     unsigned short month = 0;
     short year = 0;
     ka_date::calc_calendar_date(date.julian_day(), &month, nullptr, &year);
-    return is_simple_rule_in_effect(*this, time, date, year, month);
+    return covers(*this, year) && is_within_points(*this, time, date, year, month);
 }

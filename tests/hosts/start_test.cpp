@@ -1,0 +1,155 @@
+#include <array>
+#include <cstdio>
+#include <map>
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include <time/time_varnel.h>
+
+namespace {
+
+/// The output of a command that is given this environment and no other.
+std::string output_of(const std::string& environment, const std::string& command)
+{
+    // The sanitizers' runtime has to share the front seat with the fake clock.
+    const std::string line = "env -i PATH=/usr/bin:/bin ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0 " +
+                             environment + " " + command + " 2>&1";
+    FILE* const pipe = popen(line.c_str(), "r");
+    std::string text;
+    std::array<char, 4096> block;
+    while (const std::size_t count = std::fread(block.data(), 1, block.size(), pipe))
+        text.append(block.data(), count);
+    EXPECT_EQ(pclose(pipe), 0) << line << '\n' << text;
+    return text;
+}
+
+std::map<std::string, std::string> probe(const std::string& environment, const std::string& command = "")
+{
+    std::istringstream lines(output_of(environment, command + " " PROBE));
+    std::map<std::string, std::string> said;
+    for (std::string line; std::getline(lines, line);)
+        said[line.substr(0, line.find('='))] = line.substr(line.find('=') + 1);
+    return said;
+}
+
+}
+
+TEST(start, speaks_the_language_of_the_environment)
+{
+    const struct {
+        const char *environment, *month, *weekday, *noon, *c, *x, *X;
+    } rows[] = {
+        {"LC_ALL=C", "March/Mar", "Sunday/Sun", "AM/PM", "Sun Jul  14 18:28:38 2024", "07/14/24", "18:28:38"},
+        {"LC_ALL=xx_XX.UTF-8", "March/Mar", "Sunday/Sun", "AM/PM", "Sun Jul  14 18:28:38 2024", "07/14/24",
+         "18:28:38"},
+        {"LC_ALL=en_US.UTF-8", "March/Mar", "Sunday/Sun", "AM/PM", "Sun 14 Jul 2024 06:28:38 PM EDT4",
+         "07/14/2024", "06:28:38 PM"},
+        {"LANG=fr_FR.UTF-8 LC_TIME=de_DE.UTF-8", "März/Mär", "Sonntag/So", "/", "So 14 Jul 2024 18:28:38 EDT4",
+         "14.07.2024", "18:28:38"},
+        {"LANG=fr_FR.UTF-8", "mars/mars", "dimanche/dim.", "/", "dim. 14 juil. 2024 18:28:38", "14/07/2024",
+         "18:28:38"},
+        {"LC_ALL=ja_JP.UTF-8", "3月/ 3月", "日曜日/日", "午前/午後", "2024年07月14日 18時28分38秒",
+         "2024年07月14日", "18時28分38秒"},
+        {"LC_ALL=ar_SA.UTF-8", "مارس/مارس", "الأحد/ح", "/", "الأحد  14 يوليو 2024 18:28:38",
+         "الأحد  14 يوليو 2024", "18:28:38"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.environment);
+        auto said = probe(std::string("TZ=UTC0 ") + row.environment);
+        EXPECT_EQ(said["host"], "C");
+        EXPECT_EQ(said["month"], row.month);
+        EXPECT_EQ(said["weekday"], row.weekday);
+        EXPECT_EQ(said["noon"], row.noon);
+        EXPECT_EQ(said["c"], row.c);
+        EXPECT_EQ(said["x"], row.x);
+        EXPECT_EQ(said["X"], row.X);
+        EXPECT_EQ(said["child"], "7");
+    }
+}
+
+TEST(start, numbers_stay_plain_in_a_host_that_groups_digits)
+{
+    auto said = probe("LC_ALL=C TZ=UTC0", PROBE " grouped; true");
+    EXPECT_EQ(said["host"], "de_DE.UTF-8");
+    EXPECT_EQ(said["refusal"].substr(0, 22), "invalid_day: 13688961 ");
+    EXPECT_EQ(said["period"], "1234567.000001 seconds");
+    EXPECT_EQ(said["c"], "Sun Jul  14 18:28:38 2024");
+}
+
+TEST(start, chooses_the_zone_that_agrees_with_the_machine)
+{
+    const struct {
+        const char *zone, *winter, *summer;
+    } rows[] = {
+        {"UTC0", "GMT0", "UTC0"},
+        {"Europe/London", "GMT0", "GMT0"},
+        {"Europe/Dublin", "GMT0", "GMT0"},
+        {"IST-1GMT0,M10.5.0,M3.5.0/1", "GMT0", "GMT0"},
+        {"Europe/Berlin", "CET-1", "CET-1"},
+        {"America/New_York", "EST5", "EST5"},
+        {"America/St_Johns", "NST3", "NST3"},
+        {"America/Phoenix", "MST7", "UTC-7"},
+        {"Asia/Kolkata", "UTC+5", "UTC+5"},
+        {"Africa/Casablanca", "UTC0", "GMT0"},
+        {"Africa/Johannesburg", "IST-2", "UTC+2"},
+        {"Pacific/Honolulu", "AST10", "UTC-10"},
+    };
+    for (const auto& row : rows)
+        for (const bool is_summer : {false, true}) {
+            SCOPED_TRACE(std::string(row.zone) + (is_summer ? " in summer" : " in winter"));
+            const char* const clock = is_summer ? "faketime -f '@2026-07-01 12:00:00'"
+                                                : "faketime -f '@2026-01-15 12:00:00'";
+            auto said = probe(std::string("LC_ALL=C TZ=") + row.zone, clock);
+            EXPECT_EQ(said["zone"], is_summer ? row.summer : row.winter);
+            EXPECT_EQ(said["observed"], said["zone"].substr(0, 3) == "UTC" ? "no" : "yes");
+            EXPECT_EQ(said["agrees"], "yes");
+            EXPECT_EQ(said["child"], "7");
+        }
+}
+
+TEST(start, serves_the_static_objects_of_its_hosts)
+{
+    EXPECT_EQ(output_of("LC_ALL=C TZ=UTC0", STATIC_HOST),
+              "library made: Thursday PDT7\nhost made: Thursday PDT7\nmain\n"
+              "host gone: Thursday PDT7\nlibrary gone: Thursday PDT7\n");
+}
+
+TEST(start, is_new_after_each_reload)
+{
+    EXPECT_EQ(output_of("LC_ALL=fr_FR.UTF-8 TZ=UTC0", DLOPEN_HOST), "");
+}
+
+TEST(stop, balanced_counts_change_nothing)
+{
+    const std::string& name = ka_date::ad_name();
+    const ka_time_zone& zone = ka_time_zone::pacific();
+    ka_date::ad_name("of our time");
+    ka_init_time_varnel();
+    ka_exit_time_varnel();
+    EXPECT_EQ(&name, &ka_date::ad_name());
+    EXPECT_EQ(&zone, &ka_time_zone::pacific());
+    EXPECT_EQ(name, "of our time");
+    ka_date::ad_name("A.D.");
+}
+
+TEST(stop, a_restart_builds_anew_and_leaves_a_callers_zone_alone)
+{
+    ka_time_zone mine(ka_time_period(3600), "MINE");
+    ka_time_and_date::default_time_zone(mine);
+    ka_date::ad_name("of our time");
+    ka_time::default_format("%H");
+
+    ka_exit_time_varnel();
+    EXPECT_EQ(ka_date(2, 29, 2024).weekday(), 5);
+    ka_exit_time_varnel();
+    ka_init_time_varnel();
+    ka_init_time_varnel();
+
+    EXPECT_EQ(mine.name(), "MINE1");
+    EXPECT_NE(&ka_time_and_date::default_time_zone(), &mine);
+    EXPECT_EQ(ka_date::ad_name(), "A.D.");
+    EXPECT_EQ(ka_time(18, 28, 38, 123).to_string(), "18:28:38:000123");
+    EXPECT_EQ(ka_date::max_date().julian_day(), 13688960);
+}

@@ -1,0 +1,3 @@
+#include "static_user.h"
+
+static_user in_library("library");
