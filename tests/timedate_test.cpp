@@ -29,7 +29,8 @@ clock_reading parsed(const std::string& text)
     unsigned short month = 0, day = 0, hours = 0, minutes = 0, seconds = 0;
     unsigned int us = 0;
     EXPECT_EQ(std::sscanf(text.c_str(), "%hd-%hu-%hu %hu:%hu:%hu.%u", &year, &month, &day, &hours, &minutes,
-                          &seconds, &us), 7);
+                          &seconds, &us),
+              7);
     return {ka_time(hours, minutes, seconds, us), ka_date(month, day, year)};
 }
 
@@ -46,7 +47,8 @@ std::string local(const ka_time_and_date& moment)
     const ka_date date = moment.date();
     const std::tm fields = moment;
     const ka_time_period standard = moment.utc_time_and_date() - moment.time_zone().offset();
-    EXPECT_TRUE(moment.std_time() == ka_time(standard) && moment.std_date().julian_day() == standard.to_days());
+    EXPECT_TRUE(moment.std_time() == ka_time(standard) &&
+                moment.std_date().julian_day() == standard.to_days());
     EXPECT_EQ(moment.is_dst(), moment.time_zone().is_dst(moment.std_time(), moment.std_date()));
     EXPECT_EQ(fields.tm_sec, time.seconds());
     EXPECT_EQ(fields.tm_min, time.minutes());
@@ -193,8 +195,8 @@ TEST_F(moments, setters_and_constructors)
     EXPECT_EQ(local(changed), "2024-03-10 09:00:00.000000 EDT4");
     EXPECT_EQ(&ka_time_and_date(nine, spring, ka_time_zone::eastern()).time_zone(), &ka_time_zone::eastern());
 
-    for (const auto& [member, value, symbol] : {std::tuple(&std::tm::tm_sec, 60, "invalid_time"),
-                                                {&std::tm::tm_mday, 32, "invalid_date"}}) {
+    for (const auto& [member, value, symbol] :
+         {std::tuple(&std::tm::tm_sec, 60, "invalid_time"), {&std::tm::tm_mday, 32, "invalid_date"}}) {
         std::tm bad = fields;
         bad.*member = value;
         for (const auto& set : std::initializer_list<std::function<void()>>{
@@ -229,7 +231,8 @@ TEST_F(moments, order_and_difference_go_by_the_instant)
     same.time_zone(ka_time_zone::pacific());
     EXPECT_EQ(local(same), "2024-01-15 04:00:00.000000 PST8");
     const ka_time_and_date later = early + one_us;
-    EXPECT_TRUE(same_order(early, same, 0, 0) && same_order(early, later, 0, 1) && same_order(later, same, 1, 0));
+    EXPECT_TRUE(same_order(early, same, 0, 0) && same_order(early, later, 0, 1) &&
+                same_order(later, same, 1, 0));
     EXPECT_TRUE(early - same == ka_time_period() && later - same == one_us && same - later == -one_us);
     EXPECT_EQ(&(same + one_us).time_zone(), &ka_time_zone::pacific());
 
@@ -250,7 +253,8 @@ TEST_F(moments, a_moment_out_of_range_fails_at_the_first_read)
 {
     ka_time_and_date below = moment_at("-4713-01-01 00:00:00.000000", ka_time_zone::utc());
     ka_time_and_date above = moment_at("32766-12-31 23:59:59.999999", ka_time_zone::utc());
-    EXPECT_EQ(local(below) + local(above), "-4713-01-01 00:00:00.000000 UTC032766-12-31 23:59:59.999999 UTC0");
+    EXPECT_EQ(local(below) + local(above),
+              "-4713-01-01 00:00:00.000000 UTC032766-12-31 23:59:59.999999 UTC0");
     below -= one_us;
     above += one_us;
     for (const bool is_below : {true, false}) {

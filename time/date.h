@@ -41,9 +41,10 @@ KA_TIME_VARNEL_API const char* ka_which_one_name(ka_which_one which) noexcept;
 /// Months count from 1, days of the month from 1, weekdays from 1 (Sunday) to
 /// 7 (Saturday).
 /// Failure: `ka_time_varnel_error` with the code named at each operation; the
-/// date stays as it was. Only the steps `++` and `--` leave the range unchecked.
+/// date stays as it was. Only `++` and `--`, and `next` and `previous` at its
+/// ends, leave the range.
 /// Threads: a plain value. The calendar needs no start of the library, and
-/// works at compile time; names, texts, limits and `today` do need it.
+/// works at compile time but for `today`; names, texts and limits do need it.
 class KA_TIME_VARNEL_API ka_date {
 public:
     // Building.
@@ -156,7 +157,8 @@ public:
     /// The week of the year, in weeks that begin on the weekday `first`. Week 1
     /// begins with the first such day of January, and the days before it are
     /// week 0: 1 and 2 give what `strftime` prints for %U and %W. This is not
-    /// the week of ISO 8601. A weekday outside 1 to 7 throws `invalid_weekday`.
+    /// the week of ISO 8601. A date stepped out of the range throws
+    /// `invalid_date`, a weekday outside 1 to 7 `invalid_weekday`.
     constexpr unsigned short week_of_year(unsigned short first) const
     {
         const ka_date january_1 = new_year();

@@ -7,7 +7,7 @@
 /// The library throws it only as `ka_time_varnel_error`; a handler can name
 /// either class. It stands apart from `std::exception` on purpose: a handler
 /// for the standard hierarchy does not swallow a refused date. An object holds
-/// its text in itself, so throwing, copying and assigning allocate nothing.
+/// its text in itself, so building, copying and assigning one allocate nothing.
 class KA_TIME_VARNEL_API ka_varnel_error {
 public:
     /// Keeps the first 511 characters of `text`; a null pointer gives "".

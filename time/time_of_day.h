@@ -19,7 +19,7 @@
 /// Range: 00:00:00.000000 to 23:59:59.999999, always.
 /// Overflow: arithmetic wraps at midnight, with a period of any length.
 /// Failure: fields out of bounds throw `invalid_time`, and the time stays as
-/// it was; nothing else throws but the formats of `to_string`.
+/// it was; nothing else throws but the codes of a format.
 /// Threads: a plain value.
 class KA_TIME_VARNEL_API ka_time {
 public:
@@ -117,18 +117,18 @@ public:
 
     constexpr ka_time operator+(const ka_time_period& period) const noexcept
     {
-        return ka_time(since_midnight_ + period);
+        return ka_time(since_midnight_ + ka_time(period).since_midnight_);
     }
-    constexpr ka_time operator-(const ka_time_period& period) const
+    constexpr ka_time operator-(const ka_time_period& period) const noexcept
     {
-        return ka_time(since_midnight_ - period);
+        return ka_time(since_midnight_ - ka_time(period).since_midnight_);
     }
     constexpr ka_time& operator+=(const ka_time_period& period) noexcept { return *this = *this + period; }
-    constexpr ka_time& operator-=(const ka_time_period& period) { return *this = *this - period; }
+    constexpr ka_time& operator-=(const ka_time_period& period) noexcept { return *this = *this - period; }
 
     /// The time from the other on to this one, zero or more and below 24
     /// hours: 01:00 - 23:00 is 2 hours, 23:00 - 01:00 is 22.
-    constexpr ka_time_period operator-(const ka_time& other) const
+    constexpr ka_time_period operator-(const ka_time& other) const noexcept
     {
         const ka_time_period difference = since_midnight_ - other.since_midnight_;
         return difference < ka_time_period() ? difference + ka_time_period(1, 0, 0, 0) : difference;
@@ -141,6 +141,9 @@ public:
         return since_midnight_ == other.since_midnight_;
     }
     constexpr bool operator!=(const ka_time& other) const noexcept { return !(*this == other); }
+    /// A period on the right is taken as a time of day.
+    constexpr bool operator==(const ka_time_period& other) const noexcept { return *this == ka_time(other); }
+    constexpr bool operator!=(const ka_time_period& other) const noexcept { return !(*this == other); }
     constexpr bool operator<(const ka_time& other) const noexcept
     {
         return since_midnight_ < other.since_midnight_;
@@ -203,3 +206,13 @@ private:
 
     ka_time_period since_midnight_;
 };
+
+/// A time on the right of a period is taken as the period since midnight.
+constexpr bool operator==(const ka_time_period& period, const ka_time& time) noexcept
+{
+    return period == static_cast<ka_time_period>(time);
+}
+constexpr bool operator!=(const ka_time_period& period, const ka_time& time) noexcept
+{
+    return !(period == time);
+}

@@ -28,7 +28,8 @@
 /// reads 01:30). Of local times that come twice the later, in standard time, is
 /// meant; the earlier is reached through universal time.
 /// Range: any instant can be held and compared; reading a date outside the
-/// range of `ka_date` throws `invalid_day`. Arithmetic wraps as a period does.
+/// range of `ka_date` throws `invalid_day` (by the low 32 bits of the day
+/// count). Arithmetic wraps as a period does.
 /// Lifetime: a moment borrows its zone, which must outlive it.
 /// Threads: a plain value; the default zone and the default format are shared
 /// and have no lock.
@@ -174,9 +175,6 @@ protected:
     static std::string formatted(const std::string& format, const ka_time_and_date& value);
     /// A null half stands for that of the epoch as the default zone sees it.
     static std::string formatted(const std::string& format, const ka_time* time, const ka_date* date);
-    /// A number in decimal, right-aligned in `width` characters; a minus sign
-    /// stands in front and is not counted.
-    static std::string to_string(int value, int width, char fill);
 
 private:
     friend class ka_date;
@@ -195,6 +193,10 @@ private:
                                  const unsigned int& microsecond, const unsigned short& month,
                                  const unsigned short& day, const short& year, const ka_time_zone& zone,
                                  bool dst);
+
+    /// A number in decimal, right-aligned in `width` characters; a minus sign
+    /// stands in front and is not counted.
+    static std::string to_string(int value, int width, char fill);
 
     static std::string tm_string(const char* format, const std::tm& value);
     static std::string decode(const char* conversion);

@@ -15,7 +15,8 @@ struct timeval;
 ///
 /// Range: 64-bit seconds and a fraction of -999999 to 999999 microseconds. The
 /// two never have opposite signs, so each duration has one form: minus half a
-/// second is 0 seconds and -500000 microseconds.
+/// second is 0 seconds and -500000 microseconds. (Only a sum or product whose
+/// seconds have wrapped can break this.)
 /// Overflow: arithmetic wraps at 64 bits of seconds, in silence.
 /// Failure: a refused value throws `invalid_time_period` and a zero divisor
 /// `divide_by_zero`; the object stays as it was.
@@ -25,7 +26,7 @@ public:
     /// any code of the library or its host runs.
     static ka_time_period zero_period;
 
-    // Building. Each constructor is the setter `time_period` of its arguments.
+    // Building. The constructors refuse what the setters `time_period` refuse.
 
     constexpr ka_time_period() noexcept = default;
     explicit constexpr ka_time_period(long long seconds) noexcept : seconds_(seconds) {}
@@ -131,9 +132,9 @@ public:
     }
     /// As `*this + -other`; it throws only where that minus does.
     constexpr ka_time_period operator-(const ka_time_period& other) const { return *this + -other; }
-    /// Throws `invalid_time_period` for the one period that has no opposite:
-    /// the lowest seconds with microseconds beside them. The lowest seconds
-    /// alone wrap to themselves.
+    /// Throws `invalid_time_period` where the seconds have no opposite and
+    /// microseconds stand beside them: the lowest seconds alone wrap to
+    /// themselves.
     constexpr ka_time_period operator-() const
     {
         const long long seconds = wrapping_product(seconds_, -1);
@@ -159,7 +160,8 @@ public:
 
     /// The quotient, truncated toward zero. Seconds and microseconds are
     /// truncated apart, so the last microsecond can be one too few: 1.000002
-    /// seconds / 3 is 0.333333. A divisor of 0 throws `divide_by_zero`.
+    /// seconds / 3 is 0.333333. A divisor of 0 throws `divide_by_zero`; -1 is
+    /// the unary minus.
     constexpr ka_time_period operator/(int divisor) const
     {
         if (divisor == 0)

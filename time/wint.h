@@ -66,7 +66,7 @@ public:
 
     // Arithmetic.
 
-    constexpr ka_wint operator-() const noexcept { return ka_wint(!negative_, magnitude()); }
+    constexpr ka_wint operator-() const noexcept { return with_sign(!negative_, magnitude()); }
 
     /// The sum. Where it passes 2^64 the magnitude wraps and the sign is that
     /// of the operands.
@@ -75,15 +75,16 @@ public:
         const digits64 mine = magnitude();
         const digits64 theirs = other.magnitude();
         if (negative_ == other.negative_)
-            return ka_wint(negative_, mine + theirs);
-        return mine < theirs ? ka_wint(other.negative_, theirs - mine) : ka_wint(negative_, mine - theirs);
+            return with_sign(negative_, mine + theirs);
+        return mine < theirs ? with_sign(other.negative_, theirs - mine)
+                             : with_sign(negative_, mine - theirs);
     }
     constexpr ka_wint operator-(const ka_wint& other) const noexcept { return -other + *this; }
 
     /// The product, its magnitude modulo 2^64.
     constexpr ka_wint operator*(const ka_wint& other) const noexcept
     {
-        return ka_wint(negative_ != other.negative_, magnitude() * other.magnitude());
+        return with_sign(negative_ != other.negative_, magnitude() * other.magnitude());
     }
 
     /// The quotient, truncated toward zero. A zero divisor throws `divide_by_zero`.
@@ -180,7 +181,10 @@ protected:
         return a.negative_ == b.negative_;
     }
 
-    static constexpr ka_wint abs(const ka_wint& value) noexcept { return ka_wint(false, value.magnitude()); }
+    static constexpr ka_wint abs(const ka_wint& value) noexcept
+    {
+        return with_sign(false, value.magnitude());
+    }
 
     /// Writes quotient and remainder as `/` and `%` define them. The results
     /// can be the operands. A zero divisor throws `divide_by_zero` and leaves
@@ -193,17 +197,18 @@ protected:
         if (b == 0)
             refuse_zero_divisor();
         const bool negative = a >= b && dividend.negative_ != divisor.negative_;
-        quotient = ka_wint(negative, a / b);
-        remainder = ka_wint(negative, a % b);
+        quotient = with_sign(negative, a / b);
+        remainder = with_sign(negative, a % b);
     }
 
 private:
     using digits64 = unsigned long long;
 
-    constexpr ka_wint(bool negative, digits64 magnitude) noexcept
+    static constexpr ka_wint with_sign(bool negative, digits64 magnitude) noexcept
     {
-        become(magnitude);
-        negative_ = negative && magnitude != 0;
+        ka_wint value(magnitude);
+        value.negative_ = negative && magnitude != 0;
+        return value;
     }
 
     constexpr void become(int value) noexcept { become(static_cast<long long>(value)); }

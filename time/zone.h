@@ -118,9 +118,9 @@ private:
     friend void ka_init_time_varnel();
     friend void ka_exit_time_varnel();
 
-    /// The same, for a caller who has year and month of the date.
-    KA_TIME_VARNEL_INTERNAL const ka_time_zone_rule* rule(const ka_time& time, const ka_date& date,
-                                                          short year, unsigned short month) const;
+    /// The rule in effect, for a caller who has year and month of the date.
+    KA_TIME_VARNEL_INTERNAL const ka_time_zone_rule* rule_in_month(const ka_time& time, const ka_date& date,
+                                                                   short year, unsigned short month) const;
 
     static void create_zones();
     static void delete_zones() noexcept;

@@ -119,7 +119,7 @@ ka_time_and_date::reading ka_time_and_date::local() const
     reading now = {ka_time(standard), ka_date(standard), 0, 0, 0, false};
     ka_date::calc_calendar_date(now.date.julian_day(), &now.month, &now.day, &now.year);
 
-    const ka_time_zone_rule* const rule = zone_->rule(now.time, now.date, now.year, now.month);
+    const ka_time_zone_rule* const rule = zone_->rule_in_month(now.time, now.date, now.year, now.month);
     if (rule == nullptr)
         return now;
     const ka_time_period local = standard + rule->adjustment();

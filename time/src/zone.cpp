@@ -45,11 +45,11 @@ const ka_time_zone_rule* ka_time_zone::rule(const ka_time& time, const ka_date& 
     unsigned short month = 0;
     short year = 0;
     ka_date::calc_calendar_date(date.julian_day(), &month, nullptr, &year);
-    return rule(time, date, year, month);
+    return rule_in_month(time, date, year, month);
 }
 
-const ka_time_zone_rule* ka_time_zone::rule(const ka_time& time, const ka_date& date, short year,
-                                            unsigned short month) const
+const ka_time_zone_rule* ka_time_zone::rule_in_month(const ka_time& time, const ka_date& date, short year,
+                                                     unsigned short month) const
 {
     for (int slot = 0; slot < count_; ++slot) {
         const ka_time_zone_rule& asked = *rules_[static_cast<std::size_t>(slot)];
