@@ -34,7 +34,8 @@ int main()
             std::puts(dlerror());
             return 1;
         }
-        const auto month = find<const std::string&(unsigned short)>(library, "_ZN7ka_date10month_nameB5cxx11Et");
+        const auto month =
+            find<const std::string&(unsigned short)>(library, "_ZN7ka_date10month_nameB5cxx11Et");
         const auto era = find<const std::string&()>(library, "_ZN7ka_date7ad_nameB5cxx11Ev");
         const auto set_era = find<void(const std::string&)>(
             library, "_ZN7ka_date7ad_nameERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE");

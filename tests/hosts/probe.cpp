@@ -39,6 +39,16 @@ bool agrees_with_machine()
     return false;
 }
 
+/// What a stopwatch reads when the machine's clock is set back an hour as it runs.
+std::string run_over_a_step()
+{
+    ka_stopwatch watch;
+    watch.start();
+    setenv("FAKETIME", "@2026-01-15 11:00:00", 1);
+    watch.stop();
+    return watch.lap().to_string();
+}
+
 struct grouping : std::numpunct<char> {
     char do_thousands_sep() const override { return ','; }
     std::string do_grouping() const override { return "\3"; }
@@ -72,6 +82,11 @@ int main(int argc, char** argv)
         std::setlocale(LC_ALL, "de_DE.UTF-8");
         std::locale::global(std::locale(std::locale::classic(), new grouping));
     }
+    if (argc > 1 && std::strcmp(argv[1], "restarted") == 0) {
+        std::setlocale(LC_TIME, "fr_FR.UTF-8");
+        ka_exit_time_varnel();
+        ka_init_time_varnel();
+    }
     const ka_time_and_date moment(ka_time(18, 28, 38), ka_date(7, 14, 2024), ka_time_zone::eastern());
     say("host", std::setlocale(LC_TIME, nullptr));
     say("month", ka_date::month_name(3) + "/" + ka_date::month_abbreviation(3));
@@ -86,4 +101,6 @@ int main(int argc, char** argv)
     say("refusal", refusal());
     say("period", ka_time_period(1234567, 1).to_string());
     say("child", std::to_string(status_of_child()));
+    if (argc > 1 && std::strcmp(argv[1], "set-back") == 0)
+        say("step", run_over_a_step());
 }

@@ -14,8 +14,9 @@ namespace {
 std::string output_of(const std::string& environment, const std::string& command)
 {
     // The sanitizers' runtime has to share the front seat with the fake clock.
-    const std::string line = "env -i PATH=/usr/bin:/bin ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0 " +
-                             environment + " " + command + " 2>&1";
+    const std::string line =
+        "env -i PATH=/usr/bin:/bin ASAN_OPTIONS=verify_asan_link_order=0:detect_leaks=0 " + environment +
+        " " + command + " 2>&1";
     FILE* const pipe = popen(line.c_str(), "r");
     std::string text;
     std::array<char, 4096> block;
@@ -25,9 +26,12 @@ std::string output_of(const std::string& environment, const std::string& command
     return text;
 }
 
-std::map<std::string, std::string> probe(const std::string& environment, const std::string& command = "")
+/// What the probe says in this environment, under this clock, in this mode.
+std::map<std::string, std::string> probe(const std::string& environment, const std::string& clock = "",
+                                         const std::string& mode = "")
 {
-    std::istringstream lines(output_of(environment, command + " " PROBE));
+    const std::string fake = clock.empty() ? "" : "faketime -f '@" + clock + "' ";
+    std::istringstream lines(output_of(environment, fake + "'" PROBE "' " + mode));
     std::map<std::string, std::string> said;
     for (std::string line; std::getline(lines, line);)
         said[line.substr(0, line.find('='))] = line.substr(line.find('=') + 1);
@@ -46,8 +50,8 @@ TEST(start, speaks_the_language_of_the_environment)
          "18:28:38"},
         {"LC_ALL=en_US.UTF-8", "March/Mar", "Sunday/Sun", "AM/PM", "Sun 14 Jul 2024 06:28:38 PM EDT4",
          "07/14/2024", "06:28:38 PM"},
-        {"LANG=fr_FR.UTF-8 LC_TIME=de_DE.UTF-8", "März/Mär", "Sonntag/So", "/", "So 14 Jul 2024 18:28:38 EDT4",
-         "14.07.2024", "18:28:38"},
+        {"LANG=fr_FR.UTF-8 LC_TIME=de_DE.UTF-8", "März/Mär", "Sonntag/So", "/",
+         "So 14 Jul 2024 18:28:38 EDT4", "14.07.2024", "18:28:38"},
         {"LANG=fr_FR.UTF-8", "mars/mars", "dimanche/dim.", "/", "dim. 14 juil. 2024 18:28:38", "14/07/2024",
          "18:28:38"},
         {"LC_ALL=ja_JP.UTF-8", "3月/ 3月", "日曜日/日", "午前/午後", "2024年07月14日 18時28分38秒",
@@ -69,9 +73,23 @@ TEST(start, speaks_the_language_of_the_environment)
     }
 }
 
+TEST(start, leaves_the_locale_of_the_host_and_falls_back_on_it)
+{
+    auto said = probe("TZ=UTC0 LC_ALL=de_DE.UTF-8", "", "restarted");
+    EXPECT_EQ(said["month"] + said["host"], "März/Märfr_FR.UTF-8");
+    said = probe("TZ=UTC0 LC_ALL=xx_XX.UTF-8", "", "restarted");
+    EXPECT_EQ(said["month"] + said["host"], "mars/marsfr_FR.UTF-8");
+}
+
+TEST(start, stopwatch_shows_a_step_of_the_clock)
+{
+    auto said = probe("TZ=UTC0 FAKETIME_NO_CACHE=1", "2026-01-15 12:00:00", "set-back");
+    EXPECT_EQ(said["step"].substr(0, 4), "-360") << said["step"];
+}
+
 TEST(start, numbers_stay_plain_in_a_host_that_groups_digits)
 {
-    auto said = probe("LC_ALL=C TZ=UTC0", PROBE " grouped; true");
+    auto said = probe("LC_ALL=C TZ=UTC0", "", "grouped");
     EXPECT_EQ(said["host"], "de_DE.UTF-8");
     EXPECT_EQ(said["refusal"].substr(0, 22), "invalid_day: 13688961 ");
     EXPECT_EQ(said["period"], "1234567.000001 seconds");
@@ -91,6 +109,7 @@ TEST(start, chooses_the_zone_that_agrees_with_the_machine)
         {"America/New_York", "EST5", "EST5"},
         {"America/St_Johns", "NST3", "NST3"},
         {"America/Phoenix", "MST7", "UTC-7"},
+        {"Australia/Sydney", "UTC+10", "UTC+10"},
         {"Asia/Kolkata", "UTC+5", "UTC+5"},
         {"Africa/Casablanca", "UTC0", "GMT0"},
         {"Africa/Johannesburg", "IST-2", "UTC+2"},
@@ -99,8 +118,7 @@ TEST(start, chooses_the_zone_that_agrees_with_the_machine)
     for (const auto& row : rows)
         for (const bool is_summer : {false, true}) {
             SCOPED_TRACE(std::string(row.zone) + (is_summer ? " in summer" : " in winter"));
-            const char* const clock = is_summer ? "faketime -f '@2026-07-01 12:00:00'"
-                                                : "faketime -f '@2026-01-15 12:00:00'";
+            const char* const clock = is_summer ? "2026-07-01 12:00:00" : "2026-01-15 12:00:00";
             auto said = probe(std::string("LC_ALL=C TZ=") + row.zone, clock);
             EXPECT_EQ(said["zone"], is_summer ? row.summer : row.winter);
             EXPECT_EQ(said["observed"], said["zone"].substr(0, 3) == "UTC" ? "no" : "yes");
@@ -111,14 +129,14 @@ TEST(start, chooses_the_zone_that_agrees_with_the_machine)
 
 TEST(start, serves_the_static_objects_of_its_hosts)
 {
-    EXPECT_EQ(output_of("LC_ALL=C TZ=UTC0", STATIC_HOST),
+    EXPECT_EQ(output_of("LC_ALL=C TZ=UTC0", "'" STATIC_HOST "'"),
               "library made: Thursday PDT7\nhost made: Thursday PDT7\nmain\n"
               "host gone: Thursday PDT7\nlibrary gone: Thursday PDT7\n");
 }
 
 TEST(start, is_new_after_each_reload)
 {
-    EXPECT_EQ(output_of("LC_ALL=fr_FR.UTF-8 TZ=UTC0", DLOPEN_HOST), "");
+    EXPECT_EQ(output_of("LC_ALL=fr_FR.UTF-8 TZ=UTC0", "'" DLOPEN_HOST "'"), "");
 }
 
 TEST(stop, balanced_counts_change_nothing)
