@@ -11,32 +11,9 @@
 
 #include <time/time_varnel.h>
 
+#include "zones.h"
+
 namespace {
-
-struct named_zone {
-    const char* name;
-    const ka_time_zone& (*zone)();
-};
-
-const named_zone zones[] = {
-    {"hawaii", ka_time_zone::hawaii},
-    {"aleutian", ka_time_zone::aleutian},
-    {"yukon", ka_time_zone::yukon},
-    {"pacific", ka_time_zone::pacific},
-    {"mountain", ka_time_zone::mountain},
-    {"central", ka_time_zone::central},
-    {"eastern", ka_time_zone::eastern},
-    {"indiana", ka_time_zone::indiana},
-    {"atlantic", ka_time_zone::atlantic},
-    {"newfoundland", ka_time_zone::newfoundland},
-    {"utc", ka_time_zone::utc},
-    {"greenwich", ka_time_zone::greenwich},
-    {"western_european", ka_time_zone::western_european},
-    {"portuguese", ka_time_zone::portuguese},
-    {"central_european", ka_time_zone::central_european},
-    {"south_africa", ka_time_zone::south_africa},
-    {"israel", ka_time_zone::israel},
-};
 
 // Columns. Names come in the user's encoding, so that neither bytes nor
 // characters say how much room they take on the screen.
@@ -292,14 +269,6 @@ void show_refusals()
     }
 }
 
-const named_zone* find_zone(const char* name)
-{
-    const auto* found = std::find_if(std::begin(zones), std::end(zones), [=](const named_zone& each) {
-        return std::strcmp(each.name, name) == 0;
-    });
-    return found == std::end(zones) ? nullptr : found;
-}
-
 int refuse_zone(const char* name)
 {
     std::cerr << "tour: no zone \"" << name << "\"; the zones are";
@@ -309,7 +278,7 @@ int refuse_zone(const char* name)
     return 2;
 }
 
-} // namespace
+}
 
 int main(int argc, char** argv)
 {

@@ -20,32 +20,9 @@
 
 #include <time/time_varnel.h>
 
+#include "zones.h"
+
 namespace {
-
-struct named_zone {
-    const char* name;
-    const ka_time_zone& (*zone)();
-};
-
-const named_zone zones[] = {
-    {"hawaii", ka_time_zone::hawaii},
-    {"aleutian", ka_time_zone::aleutian},
-    {"yukon", ka_time_zone::yukon},
-    {"pacific", ka_time_zone::pacific},
-    {"mountain", ka_time_zone::mountain},
-    {"central", ka_time_zone::central},
-    {"eastern", ka_time_zone::eastern},
-    {"indiana", ka_time_zone::indiana},
-    {"atlantic", ka_time_zone::atlantic},
-    {"newfoundland", ka_time_zone::newfoundland},
-    {"utc", ka_time_zone::utc},
-    {"greenwich", ka_time_zone::greenwich},
-    {"western_european", ka_time_zone::western_european},
-    {"portuguese", ka_time_zone::portuguese},
-    {"central_european", ka_time_zone::central_european},
-    {"south_africa", ka_time_zone::south_africa},
-    {"israel", ka_time_zone::israel},
-};
 
 constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
@@ -238,7 +215,7 @@ int refuse_zone(const char* name)
     return 2;
 }
 
-} // namespace
+}
 
 int main(int argc, char** argv)
 {
@@ -246,10 +223,8 @@ int main(int argc, char** argv)
         std::fputs("usage: zonelog ZONE FORMAT [FILE]\n", stderr);
         return 2;
     }
-    const auto* named = std::find_if(std::begin(zones), std::end(zones), [=](const named_zone& each) {
-        return std::strcmp(each.name, argv[1]) == 0;
-    });
-    if (named == std::end(zones))
+    const named_zone* const named = find_zone(argv[1]);
+    if (named == nullptr)
         return refuse_zone(argv[1]);
 
 #ifdef SIGPIPE
