@@ -34,7 +34,7 @@ bool is_leap(int astronomical)
 
 /// Knows nothing but how to go on to the next day, from 1 January -4713, a Thursday.
 struct walker {
-    int year = -4712;    // astronomical: there is a year 0
+    int year = -4712; // astronomical: there is a year 0
     int month = 1;
     int day = 1;
     int day_of_year = 0;
@@ -100,14 +100,13 @@ TEST(date, every_day_of_the_range)
         const std::chrono::year_month_day civil(std::chrono::sys_days(std::chrono::days(number - epoch)));
         const ka_date date(number);
         wrong += month != expected.month || day != expected.day ||
-                 year != expected.year - (expected.year < 1) ||
-                 civil.month() != std::chrono::month(month) || civil.day() != std::chrono::day(day) ||
-                 civil.year() != std::chrono::year(expected.year) || date.weekday() != expected.weekday ||
-                 ka_date::calc_julian_day(month, day, year) != number ||
+                 year != expected.year - (expected.year < 1) || civil.month() != std::chrono::month(month) ||
+                 civil.day() != std::chrono::day(day) || civil.year() != std::chrono::year(expected.year) ||
+                 date.weekday() != expected.weekday || ka_date::calc_julian_day(month, day, year) != number ||
                  date.day_of_year() != expected.day_of_year ||
                  date.week_of_year() != expected.weeks_from_sunday ||
-                 date.week_of_year(2) != expected.weeks_from_monday ||
-                 date.is_bc() != (year < 0) || date.is_ad() == date.is_bc();
+                 date.week_of_year(2) != expected.weeks_from_monday || date.is_bc() != (year < 0) ||
+                 date.is_ad() == date.is_bc();
     }
     EXPECT_EQ(wrong, 0);
     EXPECT_EQ(expected.year, 32767);
@@ -163,7 +162,7 @@ TEST(date, refuses_what_the_calendar_lacks_and_keeps_the_date)
         u16 month, day;
         short year;
     } rows[] = {{13, 1, 2000}, {0, 1, 2000}, {2, 29, 1900}, {4, 31, -5},
-                {1, 0, 2000}, {1, 1, 0}, {1, 1, -4714}, {1, 1, 32767}};
+                {1, 0, 2000},  {1, 1, 0},    {1, 1, -4714}, {1, 1, 32767}};
     for (const auto& row : rows)
         expect_error("invalid_date", shown_date(row.month, row.day, row.year), source,
                      [&] { date.date(row.month, row.day, row.year); });
@@ -215,8 +214,8 @@ TEST(date, nth_weekday_of_every_year)
     expect_error("invalid_weekday", "8", source, [&] { date.date(ka_last, 8, 12, 32766); });
     expect_error("invalid_week", "Invalid week for month!", source, [&] { date.date(ka_fifth, 2, 2, 2024); });
     EXPECT_EQ(date, ka_date());
-    const char* const names[] = {"out of range", "ka_next_to_last", "ka_last", "ka_none", "ka_first",
-                                 "ka_second", "ka_third", "ka_fourth", "ka_fifth", "out of range"};
+    const char* const names[] = {"out of range", "ka_next_to_last", "ka_last",   "ka_none",  "ka_first",
+                                 "ka_second",    "ka_third",        "ka_fourth", "ka_fifth", "out of range"};
     for (int which = -3; which <= 6; ++which)
         EXPECT_STREQ(ka_which_one_name(static_cast<ka_which_one>(which)), names[which + 3]);
 }
@@ -253,7 +252,7 @@ TEST(date, steps_leave_the_range_and_nothing_starts_out_there)
     expect_error("invalid_day", "13688961", source, [&] { date++; });
     expect_error("invalid_day", "13688961", source, [&] { date--; });
     expect_error("invalid_date", shown_date(1, 1, 32767), source, [&] { (void)date.day_of_year(); });
-    EXPECT_EQ((++ ++ --date).julian_day(), 13688962);
+    EXPECT_EQ((++ ++--date).julian_day(), 13688962);
 
     date = ka_date::min_date();
     EXPECT_EQ((date--).julian_day(), first_day);

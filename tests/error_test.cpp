@@ -8,12 +8,16 @@
 
 TEST(error, table)
 {
-    const char* const rows[][2] = {
-        {"failure", "Requested operation failed."}, {"invalid_time", "Invalid time value."},
-        {"invalid_time_period", "Invalid time period."}, {"invalid_date", "Invalid date."},
-        {"invalid_day", "Invalid day."}, {"invalid_weekday", "Invalid weekday."},
-        {"invalid_week", "Invalid week."}, {"invalid_month", "Invalid month."},
-        {"invalid_year", "Invalid year."}, {"divide_by_zero", "Division by zero failure."}};
+    const char* const rows[][2] = {{"failure", "Requested operation failed."},
+                                   {"invalid_time", "Invalid time value."},
+                                   {"invalid_time_period", "Invalid time period."},
+                                   {"invalid_date", "Invalid date."},
+                                   {"invalid_day", "Invalid day."},
+                                   {"invalid_weekday", "Invalid weekday."},
+                                   {"invalid_week", "Invalid week."},
+                                   {"invalid_month", "Invalid month."},
+                                   {"invalid_year", "Invalid year."},
+                                   {"divide_by_zero", "Division by zero failure."}};
     int code = 0;
     for (const auto& [symbol, description] : rows) {
         EXPECT_STREQ(ka_time_varnel_error::symbol(code), symbol);

@@ -9,8 +9,9 @@
 namespace {
 
 template <typename Value, std::size_t size>
-constexpr bool plain = sizeof(Value) == size && std::is_trivially_copyable_v<Value> &&
-                       std::is_standard_layout_v<Value> && !std::is_polymorphic_v<Value>;
+constexpr bool
+    plain = sizeof(Value) == size&& std::is_trivially_copyable_v<Value>&& std::is_standard_layout_v<Value> &&
+            !std::is_polymorphic_v<Value>;
 static_assert(plain<ka_date, 4> && plain<ka_wint, 10> && plain<ka_time_period, 16> && plain<ka_time, 16>);
 static_assert(plain<ka_time_and_date, 24> && plain<ka_calendar_date, 32> && plain<ka_stopwatch, 48>);
 static_assert(sizeof(ka_which_one) == 4 && sizeof(ka_base) == 4);

@@ -28,10 +28,7 @@ long long total(const ka_time& time)
     return ((time.hours() * 60 + time.minutes()) * 60 + time.seconds()) * million + time.microseconds();
 }
 
-long long modulo_day(long long microseconds)
-{
-    return (microseconds % day + day) % day;
-}
+long long modulo_day(long long microseconds) { return (microseconds % day + day) % day; }
 
 static_assert(ka_time(23, 30, 0) + ka_time_period(0, 1, 0, 0, 0) == ka_time(0, 30, 0));
 static_assert(ka_time(-1) == ka_time(23, 59, 59) && ka_time(5000000000L) == ka_time(8, 53, 20));
@@ -44,8 +41,8 @@ TEST(time_of_day, counts_of_seconds_wrap)
     for (int seconds = -200000; seconds <= 200000; ++seconds) {
         const ka_time time(seconds);
         const long long expected = modulo_day(seconds * million);
-        wrong += total(time) != expected || time.is_pm() != (expected >= day / 2) ||
-                 time.is_am() == time.is_pm();
+        wrong +=
+            total(time) != expected || time.is_pm() != (expected >= day / 2) || time.is_am() == time.is_pm();
     }
     EXPECT_EQ(wrong, 0);
     for (const long long seconds : {LLONG_MIN, INT_MIN - 1ll, 4294967296ll, LLONG_MAX}) {
@@ -75,8 +72,7 @@ TEST(time_of_day, arithmetic_goes_round_the_clock)
         ASSERT_TRUE(total(a) == modulo_day(total(p)) && total(ka_time_period(a)) == total(a) &&
                     total(moved += q) == modulo_day(total(p) + total(q)) && (moved -= q) == a &&
                     total(a - q) == modulo_day(total(p) - total(q)) &&
-                    total(a - b) == modulo_day(total(p) - total(q)) &&
-                    same_order(a, b, total(a), total(b)))
+                    total(a - b) == modulo_day(total(p) - total(q)) && same_order(a, b, total(a), total(b)))
             << p.to_string() << ", " << q.to_string();
     }
     EXPECT_EQ(ka_time(ka_time_period(-86400, -5)), ka_time(23, 59, 59, 999995));
@@ -92,13 +88,16 @@ TEST(time_of_day, setters_check_fields_and_keep_the_time)
         unsigned int microseconds;
         const char* refused = nullptr;
     };
-    const row rows[] = {{23, 59, 59, 999999}, {0, 0, 0, 0}, {24, 0, 0, 0, "24:0:0:0"},
-                        {0, 60, 0, 0, "0:60:0:0"}, {0, 0, 60, 0, "0:0:60:0"},
+    const row rows[] = {{23, 59, 59, 999999},
+                        {0, 0, 0, 0},
+                        {24, 0, 0, 0, "24:0:0:0"},
+                        {0, 60, 0, 0, "0:60:0:0"},
+                        {0, 0, 60, 0, "0:0:60:0"},
                         {1, 2, 3, 1000000, "1:2:3:1000000"},
                         {65535, 65535, 65535, UINT_MAX, "65535:65535:65535:4294967295"}};
     for (const row& r : rows) {
         std::tm record = {};
-        record.tm_hour = r.hours - 65536;    // the low 16 bits count
+        record.tm_hour = r.hours - 65536; // the low 16 bits count
         record.tm_min = r.minutes;
         record.tm_sec = r.seconds + 65536;
         ka_time time(1, 2, 3, 4);

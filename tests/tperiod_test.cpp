@@ -96,19 +96,26 @@ TEST(time_period, setter_of_five_fields)
         fields stored = {};
     };
     const five_fields rows[] = {
-        {1, 2, 3, 4, 5, {93784, 5}}, {0, 25, 90, 0, 0, {95400, 0}}, {0, 0, 0, 0, 2500000, {2, 500000}},
+        {1, 2, 3, 4, 5, {93784, 5}},
+        {0, 25, 90, 0, 0, {95400, 0}},
+        {0, 0, 0, 0, 2500000, {2, 500000}},
         {-1, 0, 0, 0, -2500000, {-86402, -500000}},
         {INT_MAX, 0, 0, INT_MAX, INT_MAX, {185542587100800 + 2147483647 + 2147, 483647}},
         {INT_MIN, 0, 0, INT_MIN, INT_MIN, {-185542587187200 - 2147483648 - 2147, -483648}},
-        {0, 596523, 0, 0, 0, {2147482800, 0}}, {0, 596524, 0, 0, 0, {-2147480896, 0}},
-        {0, -596524, 0, 0, 0, {2147480896, 0}}, {0, 0, 35791394, 0, 0, {2147483640, 0}},
+        {0, 596523, 0, 0, 0, {2147482800, 0}},
+        {0, 596524, 0, 0, 0, {-2147480896, 0}},
+        {0, -596524, 0, 0, 0, {2147480896, 0}},
+        {0, 0, 35791394, 0, 0, {2147483640, 0}},
         {0, 0, 35791395, 0, 0, {-2147483596, 0}},
         // The signs differ in the rest, which are refused.
-        {0, INT_MAX, INT_MIN, 0, 0}, {1, -1, 0, 0, 0}, {0, 0, 0, 1, -1}, {-1, 0, 2, 0, 0}};
+        {0, INT_MAX, INT_MIN, 0, 0},
+        {1, -1, 0, 0, 0},
+        {0, 0, 0, 1, -1},
+        {-1, 0, 2, 0, 0}};
     for (const five_fields& row : rows) {
         std::ostringstream text;
         text << "Days: " << row.d << " Hours: " << row.h << " Minutes: " << row.m << " Seconds: " << row.s
-              << " Microseconds: " << row.u;
+             << " Microseconds: " << row.u;
         ka_time_period period(1, 2);
         const auto set = [&] { period.time_period(row.d, row.h, row.m, row.s, row.u); };
         if (row.stored == fields{}) {
@@ -200,9 +207,14 @@ TEST(time_period, converts_and_assigns)
 TEST(time_period, text)
 {
     const std::pair<fields, const char*> rows[] = {
-        {{0, 0}, "0 seconds"}, {{1, 0}, "1 second"}, {{-1, 0}, "-1 second"}, {{90, 0}, "90 seconds"},
-        {{1, 1}, "1.000001 seconds"}, {{-1, -500000}, "-1.500000 seconds"},
-        {{0, -500000}, "-0.500000 seconds"}, {{0, 1}, "0.000001 seconds"},
+        {{0, 0}, "0 seconds"},
+        {{1, 0}, "1 second"},
+        {{-1, 0}, "-1 second"},
+        {{90, 0}, "90 seconds"},
+        {{1, 1}, "1.000001 seconds"},
+        {{-1, -500000}, "-1.500000 seconds"},
+        {{0, -500000}, "-0.500000 seconds"},
+        {{0, 1}, "0.000001 seconds"},
         {{LLONG_MIN, -999999}, "-9223372036854775808.999999 seconds"}};
     for (const auto& [value, text] : rows)
         EXPECT_EQ(value.period().to_string(), text);

@@ -159,7 +159,7 @@ TEST(wint, digits_zero_and_print)
     for (unsigned int index = 0; index < 4; ++index)
         EXPECT_TRUE(is(probe(65535, index), u64{65535} << 16 * index));
     probe zero = ka_wint();
-    reinterpret_cast<bool&>(zero) = true;    // the sign is the first field
+    reinterpret_cast<bool&>(zero) = true; // the sign is the first field
     zero.normalize();
     EXPECT_EQ(zero, ka_wint());
 
