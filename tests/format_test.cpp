@@ -1,4 +1,3 @@
-#include <climits>
 #include <ctime>
 #include <functional>
 #include <new>
@@ -17,105 +16,70 @@ namespace {
 
 using namespace std::string_literals;
 
-class formats : public testing::Test {
-protected:
-    formats() { ka_time_and_date::default_time_zone(ka_time_zone::pacific()); }
-    ~formats() override { ka_time_and_date::default_time_zone(before_); }
+const ka_time time_(18, 28, 38, 123);
+const ka_date date_(7, 4, 1991);
 
-    const ka_time time_ = ka_time(18, 28, 38, 123);
-    const ka_date date_ = ka_date(7, 4, 1991);
-    const ka_time_and_date moment_ = ka_time_and_date(time_, date_, ka_time_zone::pacific());
-
-private:
-    const ka_time_zone& before_ = ka_time_and_date::default_time_zone();
-};
-
-TEST_F(formats, a_missing_half_is_zero)
+TEST(formats, a_missing_half_is_zero)
 {
-    const std::string no_date = "Month( 0 ), day( 0 ), year( 0 )";
-    // A code, what it prints of a date, and what of a time.
-    // clang-format off
-    const char* const rows[][3] = {
-        {"a", "Thu", nullptr}, {"A", "Thursday", nullptr}, {"b", "Jul", nullptr}, {"B", "July", nullptr},
-        {"c", "Thu Jul   4 00:00:00 1991", nullptr}, {"C", "19", "0"}, {"d", "04", "00"},
-        {"D", "07/04/91", "00/00/00"}, {"e", " 4", " 0"}, {"f", "1991", "0 A.D."}, {"H", "00", "18"},
-        {"I", "12", "06"}, {"j", "185", nullptr}, {"k", " 0", "18"}, {"l", "12", " 6"}, {"m", "07", "00"},
-        {"M", "00", "28"}, {"n", "\n", "\n"}, {"p", "AM", "PM"}, {"P", "A.D.", "A.D."},
-        {"q", "000000", "000123"}, {"r", "12:00:00 AM", "06:28:38 PM"}, {"s", "1991", "0"}, {"S", "00", "38"},
-        {"t", "\t", "\t"}, {"T", "00:00:00", "18:28:38"}, {"U", "26", nullptr}, {"w", "4", nullptr},
-        {"W", "26", nullptr}, {"x", "07/04/91", "00/00/00"}, {"X", "00:00:00", "18:28:38"}, {"y", "91", "00"},
-        {"Y", "1991", "0"}, {"Z", "PST8", ""}, {"z", "z", "z"},
-    };
-    // clang-format on
-    for (const auto& [code, of_date, of_time] : rows) {
-        const std::string format = "%"s + code;
-        EXPECT_EQ(date_.to_string(format), of_date) << format;
-        if (of_time != nullptr) {
-            EXPECT_EQ(time_.to_string(format), of_time) << format;
-            continue;
+    EXPECT_EQ(date_.to_string("%c|%H %I %k %l %M %p %q|%r|%S %T %X"),
+              "Thu Jul   4 00:00:00 1991|00 12  0 12 00 AM 000000|12:00:00 AM|00 00:00:00 00:00:00");
+    EXPECT_EQ(time_.to_string("%C %d %D %e|%f|%m %P %s %x %y %Y|%Z|"),
+              "0 00 00/00/00  0|0 A.D.|00 A.D. 0 00/00/00 00 0||");
+    for (const char code : "aAcjUwW"s)
+        expect_error("invalid_date", "Month( 0 ), day( 0 ), year( 0 )", "time/src/date",
+                     [&] { time_.to_string("text%"s + code); });
+    expect_error("invalid_month", "0", "time/src/date", [&] { time_.to_string("%b"); });
+    const ka_time_zone& before = ka_time_and_date::default_time_zone();
+    ka_time_and_date::default_time_zone(ka_time_zone::pacific());
+    EXPECT_EQ(date_.to_string("%Z"), "PST8");
+    struct open : ka_time_and_date {
+        static auto text(const ka_time* time, const ka_date* date)
+        {
+            return formatted("%Y-%m-%d %T %Z", time, date);
         }
-        const bool is_month = *code == 'b' || *code == 'B';
-        expect_error(is_month ? "invalid_month" : "invalid_date", is_month ? "0" : no_date, "time/src/date",
-                     [&] { time_.to_string("text" + format); });
-    }
-    EXPECT_EQ(moment_.to_string("%Z"), "PDT7");
-}
-
-TEST_F(formats, years_and_eras)
-{
-    const std::pair<short, const char*> rows[] = {
-        {-4713, "-4713|4713|-47|-13|4713 B.C."},
-        {-145, "-145|145|-1|-45|145 B.C."},
-        {-44, "-44|44|0|-44|44 B.C."},
-        {-5, "-5|5|0|-05|5 B.C."},
-        {5, "5|5|0|05|5 A.D."},
-        {999, "999|999|9|99|999 A.D."},
-        {1000, "1000|1000|10|00|1000"},
-        {32766, "32766|32766|327|66|32766"},
     };
-    for (const auto& [year, text] : rows)
-        EXPECT_EQ(ka_date(5, 6, year).to_string("%Y|%s|%C|%y|%f"), text);
+    EXPECT_EQ(open::text(nullptr, &date_), "1991-07-04 16:00:00 PDT7");
+    EXPECT_EQ(open::text(&time_, nullptr), "1969-12-31 18:28:38 PST8");
+    ka_time_and_date::default_time_zone(before);
 }
 
-TEST_F(formats, codes_that_strftime_has_too)
+TEST(formats, years_and_eras)
+{
+    std::string text;
+    for (const short year : std::initializer_list<short>{-4713, -44, -5, 5, 999, 1000})
+        text += ka_date(5, 6, year).to_string("%Y|%s|%C|%y|%f; ");
+    EXPECT_EQ(text, "-4713|4713|-47|-13|4713 B.C.; -44|44|0|-44|44 B.C.; "
+                    "-5|5|0|-05|5 B.C.; 5|5|0|05|5 A.D.; 999|999|9|99|999 A.D.; 1000|1000|10|00|1000; ");
+}
+
+TEST(formats, codes_that_strftime_has_too)
 {
     const std::string codes =
         "%a %A %b %B %C %d %D %e %H %I %j %k %l %m %M %n %p %r %S %t %T %U %w %W %x %X %y %Y";
     std::mt19937 random(1);
     for (int i = 0; i < 20000; ++i) {
         const std::time_t seconds = static_cast<std::time_t>(random() % 200000000000ULL) - 30000000000;
-        std::tm fields = {};
-        gmtime_r(&seconds, &fields);
         char expected[256];
-        std::strftime(expected, sizeof expected, codes.c_str(), &fields);
+        std::strftime(expected, sizeof expected, codes.c_str(), std::gmtime(&seconds));
         ka_time_and_date moment(seconds);
         moment.time_zone(ka_time_zone::utc());
         ASSERT_EQ(moment.to_string(codes.c_str()), expected);
     }
 }
 
-TEST_F(formats, flags_widths_and_unknown_letters)
+TEST(formats, flags_widths_and_unknown_letters)
 {
+    const ka_time_and_date moment(time_, date_, ka_time_zone::pacific());
+    // clang-format off
     const std::pair<std::string, std::string> rows[] = {
-        {"", ""},
-        {"%%", "%"},
-        {"%5%", "    %"},
-        {"%#d", "#d"},
-        {"%5d|%-5d|%05d", "   04|04   |00004"},
-        {"%5e|%-5e|%05e", "    4| 4   |000 4"},
-        {"%-05d|%0-5d|%--5d|% d", "04   |-5d|-5d| d"},
-        {"%000007d", "0000004"},
-        {"%3q%1Y%0H%-H", "00012319911818"},
-        {"%12T|%-12T|%010D|%08n", "    18:28:38|18:28:38    |0007/04/91|0000000\n"},
-        {"%3Z|%6Z|%-6Z|%-3z|", "PDT7|  PDT7|PDT7  |z  |"},
-        {"%18446744073709551619d", " 04"},
-        {"abc%", "abc\0"s},
-        {"%5", "    \0"s},
-        {"%-3", "\0  "s},
-        {"%0", "\0"s},
+        {"%%|%5%|%#d|%-3z|%3q%1Y%0H%-H|%3Z|%6Z|%-6Z|", "%|    %|#d|z  |00012319911818|PDT7|  PDT7|PDT7  |"},
+        {"%5d|%-5d|%05d|%5e|%-5e|%05e|%000007d", "   04|04   |00004|    4| 4   |000 4|0000004"},
+        {"%-05d|%0-5d|%--5d|% d|%12T|%-12T|%010D", "04   |-5d|-5d| d|    18:28:38|18:28:38    |0007/04/91"},
+        {"%18446744073709551619d", " 04"}, {"", ""}, {"abc%", "abc\0"s}, {"%5", "    \0"s}, {"%-3", "\0  "s},
     };
+    // clang-format on
     for (const auto& [format, text] : rows)
-        EXPECT_EQ(moment_.to_string(format.c_str()), text) << format;
+        EXPECT_EQ(moment.to_string(format.c_str()), text) << format;
     EXPECT_EQ(date_.to_string("a\0%d%\0z"s), "a\00004\0z"s);
     for (const char* format : {"%18446744073709551615d", "%-9223372036854775808d"})
         try {
@@ -124,86 +88,47 @@ TEST_F(formats, flags_widths_and_unknown_letters)
         } catch (const std::length_error&) {
         } catch (const std::bad_alloc&) {
         }
-}
-
-TEST_F(formats, texts_of_any_length)
-{
+    // Texts and fields of any length.
     for (const std::size_t before : {0u, 1u, 200u, 253u, 254u, 255u, 256u, 257u, 1000u})
-        for (const std::size_t width : {0u, 2u, 3u, 55u, 56u, 255u, 256u, 257u, 1000u}) {
-            const std::string literal(before, 'x'), pad(width < 2 ? 0 : width - 2, ' ');
-            const std::string field = std::to_string(width) + "d";
-            EXPECT_EQ(date_.to_string(literal + (width ? "%" : "%0") + field + "%B"),
-                      literal + pad + "04July");
-            EXPECT_EQ(date_.to_string(literal + "%-" + field + "%B"), literal + "04" + pad + "July");
+        for (const std::size_t width : {2u, 3u, 55u, 56u, 255u, 256u, 257u, 1000u}) {
+            const std::string literal(before, 'x'), pad(width - 2, ' '),
+                field = std::to_string(width) + "d%B";
+            EXPECT_EQ(date_.to_string(literal + "%" + field), literal + pad + "04July");
+            EXPECT_EQ(date_.to_string(literal + "%-" + field), literal + "04" + pad + "July");
         }
 }
 
 template <typename Value>
-std::string printed(const Value& value, int width = 0)
+void expect_default_format(const Value& value, const std::string& start, const std::string& text)
 {
-    std::ostringstream out;
-    out.fill('*');
-    out.width(width);
-    value.print(out);
-    return out.str();
-}
-
-/// `Value`'s default format, which a test changes and puts back.
-template <typename Value>
-void expect_default_format(const Value& value, const std::string& start, const std::string& text,
-                           const std::function<std::string()>& to_string)
-{
-    EXPECT_EQ(Value::default_format(), start);
-    EXPECT_EQ(to_string(), text);
-    EXPECT_EQ(printed(value), text);
-    EXPECT_EQ(printed(value, 40), std::string(40 - text.size(), '*') + text);
-    for (const std::string& literal : {""s, "a\0b"s, "%E%"s}) {
-        Value::default_format(literal);
-        EXPECT_EQ(Value::default_format(), literal);
-        EXPECT_EQ(to_string(), literal == "%E%" ? "E\0"s : literal);
-        EXPECT_EQ(printed(value), to_string());
-    }
-    Value::default_format("%B");
-    const std::string copy = Value::default_format();
-    Value::default_format(start);
-    EXPECT_EQ(copy, "%B");
-    EXPECT_EQ(to_string(), text);
-}
-
-TEST_F(formats, default_formats)
-{
-    expect_default_format(date_, "%x", "07/04/91", [&] { return date_.to_string(); });
-    expect_default_format(time_, "%H:%M:%S:%q", "18:28:38:000123", [&] { return time_.to_string(); });
-    expect_default_format(moment_, "%x %H:%M:%S:%q", "07/04/91 18:28:38:000123",
-                          [&] { return moment_.to_string(nullptr); });
-    EXPECT_EQ(date_.to_string("") + time_.to_string("") + moment_.to_string(""), "");
-}
-
-TEST_F(formats, names_set_later_show)
-{
-    const std::string& pm = ka_time::pm_name();
-    const std::string at_start = pm;
-    ka_time::pm_name("");
-    EXPECT_EQ(pm + time_.to_string("%p%r"), "06:28:38 ");
-    ka_time::pm_name("%H");
-    EXPECT_EQ(moment_.to_string("%3p|%r"), " %H|06:28:38 %H");
-    ka_time::pm_name(at_start);
-}
-
-TEST_F(formats, what_derived_classes_may_use)
-{
-    struct open : ka_time_and_date {
-        static std::string text(const ka_time_and_date& value) { return formatted("%T %Z", value); }
-        static std::string text(const ka_time* time, const ka_date* date)
-        {
-            return formatted("%Y-%m-%d %T.%q %Z", time, date);
-        }
+    const auto printed = [&](int width) {
+        std::ostringstream out;
+        out.fill('*');
+        out.width(width);
+        value.print(out);
+        return out.str();
     };
-    EXPECT_EQ(open::text(moment_), "18:28:38 PDT7");
-    EXPECT_EQ(open::text(nullptr, nullptr), "1969-12-31 16:00:00.000000 PST8");
-    EXPECT_EQ(open::text(nullptr, &date_), "1991-07-04 16:00:00.000000 PDT7");
-    EXPECT_EQ(open::text(&time_, nullptr), "1969-12-31 18:28:38.000123 PST8");
-    EXPECT_EQ(open::text(&time_, &date_), "1991-07-04 18:28:38.000123 PDT7");
+    EXPECT_EQ(Value::default_format(), start);
+    EXPECT_EQ(printed(40), std::string(40 - text.size(), '*') + text);
+    const std::pair<std::string, std::string> rows[] = {{""s, ""s}, {"a\0%E%"s, "a\0E\0"s}, {start, text}};
+    for (const auto& [format, shown] : rows) {
+        Value::default_format(format);
+        EXPECT_EQ(Value::default_format(), format);
+        EXPECT_EQ(value.to_string(), shown);
+        EXPECT_EQ(printed(0), shown);
+    }
+}
+
+TEST(formats, default_formats_and_names_set_later)
+{
+    const ka_time_and_date moment(time_, date_);
+    expect_default_format(date_, "%x", "07/04/91");
+    expect_default_format(time_, "%H:%M:%S:%q", "18:28:38:000123");
+    expect_default_format(moment, "%x %H:%M:%S:%q", "07/04/91 18:28:38:000123");
+    EXPECT_EQ(moment.to_string(nullptr), moment.to_string());
+    ka_time::pm_name("%H");
+    EXPECT_EQ(moment.to_string("%3p|%r"), " %H|06:28:38 %H");
+    ka_time::pm_name("PM");
 }
 
 }
