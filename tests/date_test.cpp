@@ -63,7 +63,6 @@ static_assert(ka_date(ka_last, 1, 10, 2024) + ka_time_period(366, 0, 0, 0) == ka
 
 TEST(date, every_day_of_the_range)
 {
-    int wrong = 0;
     walker expected;
     for (int number = first_day; number <= last_day; ++number) {
         expected.step();
@@ -72,40 +71,39 @@ TEST(date, every_day_of_the_range)
         ka_date::calc_calendar_date(number, &month, &day, &year);
         const ka_date date(number);
         const auto first = static_cast<u16>(number / 7 % 7 + 1);
-        wrong += month != expected.month || day != expected.day ||
-                 year != expected.year - (expected.year < 1) || date.weekday() != expected.weekday ||
-                 ka_date::calc_julian_day(month, day, year) != number ||
-                 date.day_of_year() != expected.day_of_year || date.week_of_year() != expected.weeks[1] ||
-                 date.week_of_year(first) != expected.weeks[first] || date.is_bc() != (year < 0) ||
-                 date.is_ad() == date.is_bc();
+        ASSERT_TRUE(month == expected.month && day == expected.day &&
+                    year == expected.year - (expected.year < 1) && date.weekday() == expected.weekday &&
+                    ka_date::calc_julian_day(month, day, year) == number &&
+                    date.day_of_year() == expected.day_of_year && date.week_of_year() == expected.weeks[1] &&
+                    date.week_of_year(first) == expected.weeks[first] && date.is_bc() == (year < 0) &&
+                    date.is_ad() != date.is_bc())
+            << number;
     }
-    EXPECT_EQ(wrong, 0);
 }
 
 TEST(date, every_year_and_month_of_the_type)
 {
-    int wrong = 0;
     for (int number = SHRT_MIN; number <= SHRT_MAX; ++number) {
         const auto year = static_cast<short>(number);
         const bool valid = is_valid(year), leap = valid && is_leap(year + (year < 0));
-        wrong += ka_date::is_year(year) != valid || ka_date::is_leap_year(year) != leap ||
-                 (year != 0 && ka_date::days_in_year(year) != 365 + leap);
+        ASSERT_TRUE(ka_date::is_year(year) == valid && ka_date::is_leap_year(year) == leap &&
+                    (year == 0 || ka_date::days_in_year(year) == 365 + leap));
         for (u16 month = 1; year != 0 && month <= 12; ++month)
             for (const u16 day : std::initializer_list<u16>{0, 1, 28, 29, 30, 31, 32, 65535}) {
                 const int days = length(month, leap);
-                wrong += ka_date::days_in_month(month, year) != days ||
-                         ka_date::calc_julian_day(month, day, year) != block_day_number(month, day, year) ||
-                         ka_date::is_day_in_month(month, day, year) != (valid && 1 <= day && day <= days);
+                ASSERT_TRUE(ka_date::days_in_month(month, year) == days &&
+                            ka_date::calc_julian_day(month, day, year) ==
+                                block_day_number(month, day, year) &&
+                            ka_date::is_day_in_month(month, day, year) == (valid && 1 <= day && day <= days))
+                    << month << '/' << day << '/' << year;
             }
     }
-    EXPECT_EQ(wrong, 0);
-    for (const u16 month : std::initializer_list<u16>{0, 13, 1}) {
-        const char* const symbol = month == 1 ? "invalid_year" : "invalid_month";
-        const std::string shown = month == 1 ? "Year zero never existed!" : std::to_string(month);
-        expect_error(symbol, shown, source, [&] { ka_date::days_in_month(month, 0); });
-        expect_error(symbol, shown, source, [&] { ka_date::calc_julian_day(month, 1, 0); });
-    }
-    expect_error("invalid_year", "Year zero never existed!", source, [] { ka_date::days_in_year(0); });
+    expect_error("invalid_month", "0", source, [] { ka_date::days_in_month(0, 0); });
+    expect_error("invalid_month", "13", source, [] { ka_date::calc_julian_day(13, 1, 0); });
+    const char* const no_year = "Year zero never existed!";
+    expect_error("invalid_year", no_year, source, [] { ka_date::days_in_month(1, 0); });
+    expect_error("invalid_year", no_year, source, [] { ka_date::calc_julian_day(1, 1, 0); });
+    expect_error("invalid_year", no_year, source, [] { ka_date::days_in_year(0); });
     ka_date::calc_calendar_date(first_day, nullptr, nullptr, nullptr);
 }
 
@@ -125,13 +123,11 @@ TEST(date, refuses_what_the_calendar_lacks_and_keeps_the_date)
     for (const long long number : {LLONG_MIN, 37ll, 13688961ll, 4294967296ll + 38})
         expect_error("invalid_day", std::to_string(number), source, [&] { (void)ka_date(number); });
     expect_error("invalid_day", "18446744073709551615", source, [] { (void)ka_date(ULLONG_MAX); });
-    EXPECT_EQ(date, ka_date(2, 29, 2000));
-    EXPECT_EQ(ka_date(2440588ul), ka_date());
+    EXPECT_TRUE(date == ka_date(2, 29, 2000) && ka_date(2440588ul) == ka_date());
 }
 
 TEST(date, nth_weekday_of_every_year)
 {
-    int wrong = 0;
     for (short year = -4713; year < 32767; ++year) {
         // A throw takes its time: the ends of the range, and a century apart, are enough of them.
         const bool with_failures = year % 97 == 0 || year == -4713 || year == 32766;
@@ -150,14 +146,13 @@ TEST(date, nth_weekday_of_every_year)
                 if (which <= 0 && last == last_day)
                     number = last + 1;
                 if (first <= number && number <= last)
-                    wrong += nth().julian_day() != number;
+                    ASSERT_EQ(nth().julian_day(), number);
                 else if (with_failures && first_day <= number && number <= last_day)
                     expect_error("invalid_week", "Invalid week for month!", source, nth);
                 else if (with_failures)
                     expect_error("invalid_day", std::to_string(number), source, nth);
             }
     }
-    EXPECT_EQ(wrong, 0);
     // 52 weeks on lies a month of the same number.
     EXPECT_EQ(ka_date(static_cast<ka_which_one>(53), 1, 3, 2023), ka_date(3, 3, 2024));
 
@@ -177,7 +172,6 @@ TEST(date, next_and_previous_weekday)
 {
     for (const int number : {38, 39, 43, 44, 45, epoch, 13688953, 13688954, 13688959, 13688960})
         for (int days = 1; days <= 7; ++days) {
-            SCOPED_TRACE(std::to_string(number) + " and " + std::to_string(days));
             const ka_date date(number);
             const auto on = static_cast<u16>((number + days + 1) % 7 + 1);
             if (number == last_day)
@@ -200,7 +194,6 @@ TEST(date, moves_by_whole_days_and_leaves_the_range_by_single_steps_only)
 {
     ka_date date = ka_date::max_date();
     EXPECT_EQ((date++).julian_day(), last_day);
-    EXPECT_EQ(date.to_string("%Y %m %d"), "32767 01 01");
     expect_error("invalid_day", "13688961", source, [&] { date++; });
     expect_error("invalid_date", "Month( 1 ), day( 1 ), year( 32767 )", source,
                  [&] { (void)date.day_of_year(); });
@@ -222,9 +215,9 @@ TEST(date, moves_by_whole_days_and_leaves_the_range_by_single_steps_only)
         EXPECT_EQ(moved -= ka_time_period(seconds), start);
     }
     ka_date end = ka_date::max_date();
-    const ka_time_period day(1, 0, 0, 0);
-    expect_error("invalid_day", "13688961", source, [&] { end += day; });
-    expect_error("invalid_day", "37", source, [&] { end -= end - ka_date::min_date() + day; });
+    expect_error("invalid_day", "13688961", source, [&] { end += ka_time_period(86400); });
+    expect_error("invalid_day", "37", source,
+                 [&] { end -= end - ka_date::min_date() + ka_time_period(86400); });
     EXPECT_EQ(end, ka_date(12, 31, 32766));
 
     const auto clock = [](std::time_t seconds) { return probe(*std::localtime(&seconds)); };
@@ -264,11 +257,11 @@ TEST(date, names_and_text)
     EXPECT_EQ(stream.str(), "**29.02.");
     ka_date::default_format(format);
 
-    const std::string &ad = ka_date::ad_name(), &bc = ka_date::bc_name();
-    EXPECT_EQ(ad + bc, "A.D.B.C.");
+    const std::string &ad = ka_date::ad_name(), &bc = ka_date::bc_name(), at_start = ad + bc;
     ka_date::ad_name("AD");
     ka_date::bc_name("BC");
-    EXPECT_EQ(ad + bc + date.to_string("%P") + ka_date(1, 1, -5).to_string("%P"), "ADBCADBC");
+    EXPECT_EQ(at_start + ad + bc + date.to_string("%P") + ka_date(1, 1, -5).to_string("%P"),
+              "A.D.B.C.ADBCADBC");
     ka_date::ad_name("A.D.");
     ka_date::bc_name("B.C.");
 }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <climits>
 #include <iomanip>
-#include <iterator>
 #include <random>
 #include <sstream>
 #include <string>
@@ -49,15 +48,14 @@ std::vector<fields> samples()
 {
     std::mt19937_64 random(1);
     std::vector<fields> all = {{LLONG_MIN, 0}, {LLONG_MIN, -999999}, {LLONG_MAX, 0}, {LLONG_MAX, 999999}};
-    for (const int sign : {1, -1}) {
-        for (const long long seconds : {0ll, 1ll, 3599ll, 86400ll, 2147483648ll, LLONG_MAX / 2 + 1})
-            for (const int microseconds : {0, 1, 500000, 999999})
-                all.push_back({sign * seconds, sign * microseconds});
-        for (int i = 0; i < 30; ++i) {
-            const auto seconds = static_cast<long long>(random() >> (1 + random() % 62));
-            all.push_back({sign * seconds, sign * static_cast<int>(random() % million)});
-        }
-    }
+    for (int i = 0; i < 30; ++i)
+        all.push_back(
+            {static_cast<long long>(random() >> (1 + i * 2)), static_cast<int>(random() % million)});
+    for (const long long seconds : {0ll, 1ll, 3599ll, 86400ll, 2147483648ll, LLONG_MAX / 2 + 1})
+        for (const int microseconds : {0, 1, 500000, 999999})
+            all.push_back({seconds, microseconds});
+    for (std::size_t i = all.size(); i-- > 2;)
+        all.push_back({-all[i].seconds, -all[i].microseconds});
     return all;
 }
 
@@ -67,32 +65,24 @@ static_assert(ka_time_period(1, 600000) + ka_time_period(1, 600000) == ka_time_p
 
 TEST(time_period, setters_of_two_fields_and_of_records)
 {
-    for (const long long seconds : {LLONG_MIN, -5ll, 0ll, 5ll, LLONG_MAX})
-        for (const int microseconds : {INT_MIN, -1000000, -999999, -1, 0, 1, 999999, 1000000, INT_MAX})
-            for (const long long excess : {-1ll, 0ll, 1ll << 32}) {
-                ka_time_period period(1, 2);
-                const timeval record = {seconds, microseconds + std::max(0ll, excess)};
-                const auto set = [&] {
-                    excess < 0 ? period.time_period(seconds, microseconds) : period.time_period(record);
-                };
-                const bool small = -million < microseconds && microseconds < million;
-                EXPECT_EQ(ka_time_period::is_microsecond(microseconds), small);
-                if (small && excess <= 0 && int128{seconds} * microseconds >= 0) {
-                    set();
-                    const timeval back = period;
-                    EXPECT_TRUE(back.tv_sec == seconds && back.tv_usec == microseconds) << microseconds;
-                    EXPECT_TRUE(period.microseconds() == microseconds);
-                } else {
-                    expect_error("invalid_time_period",
-                                 "Seconds: " + std::to_string(seconds) +
-                                     " Microseconds: " + std::to_string(record.tv_usec),
-                                 source, set);
-                    EXPECT_EQ(period, ka_time_period(1, 2));
-                }
+    ka_time_period period;
+    for (const long long s : {LLONG_MIN, -5ll, 0ll, 5ll, LLONG_MAX})
+        for (const long long u : {-1ll << 32, -1000000ll, -999999ll, -1ll, 0ll, 1ll, 999999ll, 1000000ll}) {
+            const timeval record = {s, u};
+            period = ka_time_period(1, 2);
+            if (-million < u && u < million && int128{s} * u >= 0) {
+                const timeval back = period = record;
+                EXPECT_TRUE(back.tv_sec == s && back.tv_usec == u) << s << ", " << u;
+                EXPECT_EQ(period, ka_time_period(s, static_cast<int>(u)));
+            } else {
+                const auto shown = "Seconds: " + std::to_string(s) + " Microseconds: " + std::to_string(u);
+                expect_error("invalid_time_period", shown, source, [&] { period = record; });
+                EXPECT_EQ(period, ka_time_period(1, 2));
             }
-    ka_time_period period(1, 2);
+        }
+    expect_error("invalid_time_period", "Seconds: 5 Microseconds: -2147483648", source,
+                 [&] { period.time_period(5, INT_MIN); });
     EXPECT_EQ(of(period = -5000000000l), (fields{-5000000000, 0}));
-    EXPECT_EQ(period = timeval({7, 8}), ka_time_period(timeval{7, 8}));
 }
 
 TEST(time_period, setter_of_five_fields)
@@ -100,7 +90,7 @@ TEST(time_period, setter_of_five_fields)
     std::mt19937_64 random(1);
     constexpr int edges[] = {-1, -1, 0, 0, 0, 25, 999999, 596524, 35791395, INT_MAX};
     for (int i = 0; i < 5000; ++i) {
-        const auto any = [&] { return edges[random() % std::size(edges)] ^ (i % 2 == 0 ? 0 : -1); };
+        const auto any = [&] { return edges[random() % 10] ^ (i % 2 == 0 ? 0 : -1); };
         const int d = any(), h = any(), m = any(), s = any(), u = any();
         std::ostringstream text;
         text << "Days: " << d << " Hours: " << h << " Minutes: " << m << " Seconds: " << s
@@ -112,10 +102,9 @@ TEST(time_period, setter_of_five_fields)
             EXPECT_EQ(period, ka_time_period(1, 2));
         } else {
             set();
-            // Hours and minutes wrap at 32 bits.
-            const int part = static_cast<int>(h * 3600ll), other = static_cast<int>(m * 60ll);
-            EXPECT_EQ(of(period), (fields{d * 86400ll + part + other + s + u / million, u % million}))
-                << text.str();
+            const long long wrapping = static_cast<int>(h * 3600ll) + 0ll + static_cast<int>(m * 60ll);
+            const fields stored = {d * 86400ll + wrapping + s + u / million, u % million};
+            EXPECT_EQ(of(period), stored) << text.str();
         }
     }
 }
@@ -142,30 +131,26 @@ TEST(time_period, products_quotients_and_counts)
         EXPECT_EQ(period.to_hours(), static_cast<int>(a.seconds / 3600));
         EXPECT_EQ(period.to_minutes(), static_cast<int>(a.seconds / 60));
         EXPECT_EQ(period.to_seconds(), static_cast<int>(a.seconds));
-        for (const int k : {0, 1, -1, 2, -2, 3, 7, -10, 2147, 86400, INT_MAX, INT_MIN}) {
+        for (const int k : {1, 2, -2, 3, 7, -10, 2147, 86400, INT_MAX, INT_MIN}) {
             SCOPED_TRACE(period.to_string() + " and " + std::to_string(k));
             ka_time_period product = period, quotient = period, rest = period;
             EXPECT_EQ(of(product *= k), expected(int128{a.seconds} * k, int128{a.microseconds} * k));
             EXPECT_EQ(k * period, product);
-            if (k == 0) {
-                expect_error("divide_by_zero", "", source, [&] { quotient /= 0; });
-                expect_error("divide_by_zero", "", source, [&] { rest %= 0; });
-                continue;
-            }
-            EXPECT_EQ(of(rest %= k), (fields{k == -1 ? 0 : a.seconds % k, a.microseconds % k}));
-            if (k == -1 && a.seconds == LLONG_MIN)
-                continue;
+            EXPECT_EQ(of(rest %= k), (fields{a.seconds % k, a.microseconds % k}));
             // The fields are truncated apart, which loses one microsecond at most.
             const fields found = of(quotient /= k);
-            const int128 lost = a.total() / k - found.total();
-            EXPECT_TRUE(lost == 0 || lost == (a.total() / k < 0 ? -1 : 1));
+            const int128 exact = a.total() / k, lost = exact - found.total();
+            EXPECT_TRUE(lost == 0 || lost == (exact < 0 ? -1 : 1));
             EXPECT_EQ(found.period(), quotient);
         }
     }
     EXPECT_EQ(ka_time_period(1, 2) / 3, ka_time_period(0, 333333));
-
-    const ka_time_period lowest(LLONG_MIN, 0);
-    EXPECT_TRUE(-lowest == lowest && lowest / -1 == lowest && lowest - lowest == ka_time_period::zero_period);
+    ka_time_period lowest(LLONG_MIN, 0);
+    EXPECT_TRUE(ka_time_period(5, 6) / -1 == ka_time_period(-5, -6) && lowest / -1 == lowest &&
+                -lowest == lowest);
+    EXPECT_TRUE(lowest % -1 == ka_time_period::zero_period && lowest - lowest == ka_time_period());
+    expect_error("divide_by_zero", "", source, [&] { lowest /= 0; });
+    expect_error("divide_by_zero", "", source, [&] { lowest %= 0; });
     expect_error("invalid_time_period", "Seconds: -9223372036854775808 Microseconds: 5", source,
                  [] { (void)-ka_time_period(LLONG_MIN, -5); });
 }

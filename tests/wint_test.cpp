@@ -1,4 +1,3 @@
-#include <bit>
 #include <bitset>
 #include <climits>
 #include <iomanip>
@@ -16,16 +15,17 @@
 namespace {
 
 __extension__ typedef __int128 int128;
+using u16 = unsigned short;
 using u64 = unsigned long long;
 
 u64 magnitude(int128 value) { return static_cast<u64>(value < 0 ? -value : value); }
 ka_wint wide(int128 value) { return value < 0 ? -ka_wint(magnitude(value)) : ka_wint(magnitude(value)); }
 
 /// The magnitude is cut to its low 64 bits, and zero has no sign.
-bool is(const ka_wint& found, int128 value)
+bool is(const ka_wint& x, int128 value)
 {
-    return found.to_uint64_t() == magnitude(value) &&
-           found.is_negative() == (value < 0 && magnitude(value) != 0);
+    const u64 low = magnitude(value);
+    return x.to_uint64_t() == low && x.is_negative() == (value < 0 && low != 0);
 }
 
 /// Neighbours of powers of two and random values of all lengths; of both signs.
@@ -61,14 +61,11 @@ TEST(wint, arithmetic_and_order_of_all_pairs)
         for (const int128 b : samples()) {
             const ka_wint x = wide(a), y = wide(b);
             const int128 product = int128{magnitude(a) * magnitude(b)};
-            ASSERT_TRUE(is(x + y, a + b) && is(x - y, a - b) && same_order(x, y, a, b) &&
-                        is(x * y, (a < 0) == (b < 0) ? product : -product))
-                << x.to_string() << ", " << y.to_string();
-            if (b == 0)
-                continue;
             // The remainder has the sign of the quotient, and none where that is zero.
-            const int128 rest = magnitude(a) % magnitude(b);
-            ASSERT_TRUE(is(x / y, a / b) && is(x % y, a / b < 0 ? -rest : rest))
+            const int128 rest = b == 0 ? 0 : magnitude(a) % magnitude(b);
+            ASSERT_TRUE(is(x + y, a + b) && is(x - y, a - b) && same_order(x, y, a, b) &&
+                        is(x * y, (a < 0) == (b < 0) ? product : -product) &&
+                        (b == 0 || (is(x / y, a / b) && is(x % y, a / b < 0 ? -rest : rest))))
                 << x.to_string() << ", " << y.to_string();
         }
 }
@@ -82,8 +79,8 @@ TEST(wint, each_value_alone)
         ka_wint up = value, down = value;
         EXPECT_TRUE(is(++up, sample + 1) && is(--down, sample - 1));
         EXPECT_TRUE(value.is_zero() == (sample == 0) && value.is_positive() == (sample > 0));
-        EXPECT_EQ(value.to_int32_t(), static_cast<int>(sample));
-        EXPECT_EQ(value.to_int64_t(), static_cast<long long>(sample));
+        EXPECT_TRUE(value.to_int32_t() == static_cast<int>(sample) &&
+                    value.to_int64_t() == static_cast<long long>(sample));
 
         const std::string sign = sample < 0 ? "-" : "";
         std::ostringstream text;
@@ -94,37 +91,28 @@ TEST(wint, each_value_alone)
                   text.str());
 
         probe open = value;
-        EXPECT_EQ(open.digits(), static_cast<unsigned int>(std::bit_width(low) + 15) / 16);
+        EXPECT_EQ(open.digits(), 0u + (low > 0) + (low >> 16 > 0) + (low >> 32 > 0) + (low >> 48 > 0));
         EXPECT_TRUE(is(probe::abs(value), low) && probe::same_sign(value, 0) == (sample >= 0));
         open.make_negative();
         EXPECT_TRUE(is(open, -sample));
     }
 }
 
-TEST(wint, divide_writes_over_its_operands_and_not_on_failure)
+TEST(wint, divides_in_place_and_holds_digits_and_every_integer_type)
 {
     ka_wint a = 47, b = -5;
     probe::divide(a, b, b, a);
     expect_error("divide_by_zero", "", "time/src/wint", [&] { probe::divide(a, 0, a, b); });
     EXPECT_TRUE(a == ka_wint(-2) && b == ka_wint(-9));
-    expect_error("divide_by_zero", "", "time/src/wint", [] { (void)(ka_wint(0) / ka_wint(0)); });
-}
 
-TEST(wint, digits_zero_print_and_every_integer_type)
-{
     for (unsigned int index = 0; index < 4; ++index)
         EXPECT_TRUE(is(probe(65535, index), u64{65535} << 16 * index));
     probe zero = ka_wint();
     reinterpret_cast<bool&>(zero) = true; // the sign is the first field
     zero.normalize();
     EXPECT_EQ(zero, ka_wint());
-    const auto held = [](auto... numbers) {
-        ka_wint assigned;
-        EXPECT_TRUE(
-            ((assigned = numbers, assigned == ka_wint(numbers) && is(assigned, int128{numbers})) && ...));
-    };
-    held(short{-5}, static_cast<unsigned short>(5), INT_MIN, INT_MAX, UINT_MAX, LONG_MIN, ULONG_MAX,
-         LLONG_MIN, ULLONG_MAX);
+    const auto held = [&](auto... n) { EXPECT_TRUE(((a = n, a == ka_wint(n) && is(a, int128{n})) && ...)); };
+    held(short{-5}, u16{5}, INT_MIN, INT_MAX, UINT_MAX, LONG_MIN, ULONG_MAX, LLONG_MIN, ULLONG_MAX);
 
     std::ostringstream stream;
     stream << std::setfill('*') << std::setw(6) << std::hex << std::showbase << std::showpos;
