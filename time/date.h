@@ -106,9 +106,15 @@ public:
     // for all three parts at once there is `calc_calendar_date`.
 
     constexpr int julian_day() const noexcept { return julian_day_; }
-    constexpr short year() const noexcept { return split(julian_day_).year; }
-    constexpr unsigned short month() const noexcept { return split(julian_day_).month; }
-    constexpr unsigned short day() const noexcept { return split(julian_day_).day; }
+    constexpr short year() const noexcept { return static_cast<short>(split(julian_day_).year); }
+    constexpr unsigned short month() const noexcept
+    {
+        return static_cast<unsigned short>(split(julian_day_).month);
+    }
+    constexpr unsigned short day() const noexcept
+    {
+        return static_cast<unsigned short>(split(julian_day_).day);
+    }
 
     /// 0 on 1 January, 364 or 365 on 31 December. A date stepped out of the
     /// range throws `invalid_date`.
@@ -241,7 +247,7 @@ public:
     /// -4713 to 32766, without 0.
     static constexpr bool is_year(short year) noexcept
     {
-        return first_year <= year && year <= last_year && year != 0;
+        return year > 0 ? year <= last_year : first_year <= year && year != 0;
     }
     /// 1 to 12.
     static constexpr bool is_month(unsigned short month) noexcept { return 1 <= month && month <= 12; }
@@ -260,7 +266,8 @@ public:
     /// True for a day that the calendar has, in a month and year that it has.
     static constexpr bool is_day_in_month(unsigned short month, unsigned short day, short year) noexcept
     {
-        return is_month(month) && is_year(year) && day >= 1 && day <= month_length(month, year);
+        return is_month(month) && is_year(year) && day >= 1 &&
+               (day <= shortest_month || day <= month_length(month, year));
     }
 
     /// 365 or 366; 365 for any year out of the range but 0, which throws `invalid_year`.
@@ -287,12 +294,13 @@ public:
     /// out of the range the number is no calendar date's.
     static constexpr int calc_julian_day(unsigned short month, unsigned short day, short year)
     {
+        if (is_month(month) && is_year(year)) [[likely]]
+            return day_number(month, day, astronomical(year));
         if (!is_month(month))
             refuse_month(month);
         if (year == 0)
             refuse_year_zero();
-        return is_year(year) ? day_number(month, day, astronomical(year))
-                             : day_number_without_leap_row(month, day, astronomical(year));
+        return day_number_without_leap_row(month, day, astronomical(year));
     }
 
     /// The date of a day number; a null pointer is skipped. The number is not
@@ -303,11 +311,11 @@ public:
     {
         const parts date = split(julian_day);
         if (month != nullptr)
-            *month = date.month;
+            *month = static_cast<unsigned short>(date.month);
         if (day != nullptr)
-            *day = date.day;
+            *day = static_cast<unsigned short>(date.day);
         if (year != nullptr)
-            *year = date.year;
+            *year = static_cast<short>(date.year);
     }
 
     // Names, in the user's language as it was when the library started. A
@@ -351,11 +359,14 @@ protected:
 
 private:
     friend class ka_time_and_date;
+    friend class ka_time_zone;
+    friend struct rule_check;
 
     struct parts {
-        unsigned short month;
-        unsigned short day;
-        short year;
+        unsigned int month;
+        unsigned int day;
+        int year;
+        int astronomical_year;
     };
 
     static constexpr short first_year = -4713;
@@ -363,6 +374,7 @@ private:
     static constexpr int first_day = 38;
     static constexpr int last_day = 13688960;
     static constexpr int last_bc_day = 1721425;
+    static constexpr unsigned short shortest_month = 28;
 
     /// The date of the whole days from day number 0, or `invalid_day`.
     explicit constexpr ka_date(const ka_time_period& since_day_zero) : julian_day_(since_day_zero.to_days())
@@ -387,6 +399,13 @@ private:
         return static_cast<int>(number);
     }
 
+    static constexpr ka_date unchecked(int julian_day) noexcept
+    {
+        ka_date result;
+        result.julian_day_ = julian_day;
+        return result;
+    }
+
     constexpr ka_date new_year() const { return ka_date(1, 1, year()); }
 
     /// A day number so many days on, in 32 bits that wrap.
@@ -406,20 +425,38 @@ private:
         return (to + 7 - from) % 7;
     }
 
+    /// A number modulo 7 by two products. 7 x 613566757 is 2^32 + 3, so the low
+    /// half of the first product is the fraction of the quotient and three
+    /// seventh parts of the number: exact below 2^32 / 3.
+    static constexpr unsigned int modulo_7(unsigned int number) noexcept
+    {
+        return static_cast<unsigned int>((number * 613566757u) * 7ull >> 32);
+    }
+
+    /// The n-th weekday of the days from `first` to before `end`, counted from
+    /// `end` where `which` is not above 0. The weekday next to either end takes
+    /// one remainder; day number 0 is a Monday, weekday 2.
+    static constexpr int nth_weekday_between(int first, int end, int which, unsigned short weekday) noexcept
+    {
+        constexpr unsigned int monday = 2;
+        constexpr unsigned int sevens_above_range = 7 * 2000000;
+        if (which > 0) {
+            const unsigned int days_on =
+                modulo_7(sevens_above_range - monday + weekday - static_cast<unsigned int>(first));
+            return moved(first, days_on + 7u * static_cast<unsigned int>(which - 1));
+        }
+        const int last = end - 1;
+        const unsigned int days_back = modulo_7(static_cast<unsigned int>(last) + monday + 7 - weekday);
+        return moved(last, 7u * static_cast<unsigned int>(which + 1) - days_back);
+    }
+
     static constexpr int nth_weekday(int which, unsigned short weekday, unsigned short month, short year)
     {
         const int first = day_number(month, 1, astronomical(year));
         const int end = first + month_length(month, year);
-        int found = 0;
-        if (which > 0) {
-            const int first_match = first + days_until(weekday_of(first), weekday);
-            found = moved(first_match, 7u * static_cast<unsigned int>(which - 1));
-        } else {
-            const int last = checked_day(end) - 1;
-            const int last_match = last - days_until(weekday, weekday_of(last));
-            found = moved(last_match, 7u * static_cast<unsigned int>(which + 1));
-        }
-        checked_day(found);
+        if (which <= 0)
+            checked_day(end);
+        const int found = checked_day(nth_weekday_between(first, end, which, weekday));
         if ((found < first || found >= end) && split(found).month != month)
             refuse_week();
         return found;
@@ -442,7 +479,7 @@ private:
     /// The days of March to December: from here on a day is in January or February.
     static constexpr unsigned int days_to_new_year = 306;
 
-    static constexpr int astronomical(short year) noexcept { return year + (year < 0); }
+    static constexpr int astronomical(int year) noexcept { return year + (year < 0); }
 
     static constexpr bool is_leap(int year) noexcept
     {
@@ -453,9 +490,10 @@ private:
     static constexpr unsigned short month_length(unsigned short month, short year) noexcept
     {
         if (month == 2)
-            return is_leap_year(year) ? 29 : 28;
+            return is_leap_year(year) ? 29 : shortest_month;
         // Odd months are long up to July, even ones from August on.
-        return static_cast<unsigned short>(30 + ((month + month / 8) & 1));
+        const unsigned int number = month;
+        return static_cast<unsigned short>(30 + ((number + number / 8) & 1));
     }
 
     /// The days from 1 March to the first of a month, March as 3 to February as
@@ -468,11 +506,13 @@ private:
     /// Holds from March -4800 on, so for every year of the range.
     static constexpr int day_number(unsigned short month, unsigned short day, int year) noexcept
     {
-        const bool ends_counted_year = month < 3;
-        const auto counted = static_cast<unsigned int>(year - first_counted_year - ends_counted_year);
+        // All bits set in January and February, which end the year before.
+        const int ends_counted_year = -(month < 3);
+        const auto counted = static_cast<unsigned int>(year - first_counted_year + ends_counted_year);
+        const auto counted_month = static_cast<unsigned int>(month + (ends_counted_year & 12));
         const unsigned int century = counted / 100;
-        const unsigned int days = counted * days_in_4_years / 4 - century + century / 4 +
-                                  days_from_march(month + (ends_counted_year ? 12u : 0u));
+        const unsigned int days =
+            counted * days_in_4_years / 4 - century + century / 4 + days_from_march(counted_month);
         return static_cast<int>(days + day) + (first_counted_day - 1);
     }
 
@@ -517,9 +557,8 @@ private:
         const int year =
             static_cast<int>(100 * century + year_of_century) + first_counted_year + ends_counted_year;
 
-        return {static_cast<unsigned short>((line >> 16) - (ends_counted_year ? 12u : 0u)),
-                static_cast<unsigned short>((line & 0xffff) / month_slope + 1),
-                static_cast<short>(year - (year < 1))};
+        return {(line >> 16) - (ends_counted_year ? 12u : 0u), (line & 0xffff) / month_slope + 1,
+                year - (year < 1), year};
     }
 
     // What is refused, and in which words: in the class's source.

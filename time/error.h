@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstring>
+
 #include <time/export.h>
 
 /// The root of the library's exceptions.
@@ -13,8 +15,8 @@ public:
     /// Keeps the first 511 characters of `text`; a null pointer gives "".
     explicit ka_varnel_error(const char* text) noexcept
     {
-        for (int i = 0; text != nullptr && text[i] != '\0' && i < text_size - 1; ++i)
-            message_[i] = text[i];
+        if (text != nullptr)
+            std::strncpy(message_, text, text_size - 1);
     }
     ka_varnel_error(const ka_varnel_error&) noexcept = default;
     ka_varnel_error& operator=(const ka_varnel_error&) noexcept = default;

@@ -181,6 +181,16 @@ public:
     static void default_format(const std::string& format);
 
 private:
+    friend class ka_time_and_date;
+
+    /// Of a second below 86400 and a microsecond below 1000000.
+    static constexpr ka_time unchecked(int second_of_day, int microsecond) noexcept
+    {
+        ka_time result;
+        result.since_midnight_ = ka_time_period::unchecked(second_of_day, microsecond);
+        return result;
+    }
+
     constexpr unsigned int second_of_day() const noexcept
     {
         return static_cast<unsigned int>(since_midnight_.seconds_);

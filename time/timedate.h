@@ -3,6 +3,7 @@
 #include <ctime>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 
 #include <time/date.h>
 #include <time/export.h>
@@ -179,6 +180,7 @@ protected:
 private:
     friend class ka_date;
     friend class ka_time;
+    friend struct format_layout;
     friend void ka_init_time_varnel();
     friend void ka_exit_time_varnel();
 
@@ -194,6 +196,10 @@ private:
                                  const unsigned short& day, const short& year, const ka_time_zone& zone,
                                  bool dst);
 
+    /// As `formatted`. A NUL must follow the format.
+    KA_TIME_VARNEL_INTERNAL static std::string text_of(std::string_view format,
+                                                       const ka_time_and_date& value);
+
     /// A number in decimal, right-aligned in `width` characters; a minus sign
     /// stands in front and is not counted.
     static std::string to_string(int value, int width, char fill);
@@ -207,14 +213,18 @@ private:
     struct reading {
         ka_time time;
         ka_date date;
-        unsigned short month;
-        unsigned short day;
-        short year;
+        ka_date::parts day;
         bool is_dst;
     };
     KA_TIME_VARNEL_INTERNAL reading local() const;
-    /// The rule in effect on the standard clock, or null.
-    KA_TIME_VARNEL_INTERNAL const ka_time_zone_rule* rule_at(const ka_time_period& standard) const;
+    KA_TIME_VARNEL_INTERNAL reading irregular_local() const;
+    KA_TIME_VARNEL_INTERNAL reading moved_local(const ka_time_period& adjustment) const;
+    KA_TIME_VARNEL_INTERNAL ka_date moved_date(const ka_time_period& adjustment) const;
+    KA_TIME_VARNEL_INTERNAL bool is_regular(ka_time& std_time, ka_date& std_date) const noexcept;
+    KA_TIME_VARNEL_INTERNAL static bool stays_in_day(const ka_time& time,
+                                                     const ka_time_period& adjustment) noexcept;
+    KA_TIME_VARNEL_INTERNAL static ka_time moved_in_day(const ka_time& time,
+                                                        const ka_time_period& adjustment) noexcept;
 
     KA_TIME_VARNEL_INTERNAL static void create_names();
     KA_TIME_VARNEL_INTERNAL static void create_default_formats();

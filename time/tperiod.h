@@ -113,8 +113,9 @@ public:
     constexpr bool operator!=(const ka_time_period& other) const noexcept { return !(*this == other); }
     constexpr bool operator<(const ka_time_period& other) const noexcept
     {
-        return seconds_ < other.seconds_ ||
-               (seconds_ == other.seconds_ && microseconds_ < other.microseconds_);
+        if (seconds_ != other.seconds_) [[likely]]
+            return seconds_ < other.seconds_;
+        return microseconds_ < other.microseconds_;
     }
     constexpr bool operator>(const ka_time_period& other) const noexcept { return other < *this; }
     constexpr bool operator<=(const ka_time_period& other) const noexcept { return !(other < *this); }
@@ -124,11 +125,14 @@ public:
 
     constexpr ka_time_period operator+(const ka_time_period& other) const noexcept
     {
-        // Below two seconds, so that no division is needed to carry.
+        // Below two seconds: one second is carried at most, and then one moves
+        // where the signs differ. Each is -1, 0 or 1, and where both are not 0
+        // they are equal.
         const int fraction = microseconds_ + other.microseconds_;
-        const int carry = (fraction >= microseconds_per_second) - (fraction <= -microseconds_per_second);
-        return with_one_sign(wrapping_sum(wrapping_sum(seconds_, other.seconds_), carry), fraction,
-                             fraction - carry * microseconds_per_second);
+        const int carried = (fraction >= microseconds_per_second) - (fraction <= -microseconds_per_second);
+        const long long seconds = wrapping_sum(wrapping_sum(seconds_, other.seconds_), carried);
+        const int moved = ((seconds < 0) & (fraction > 0)) - ((seconds > 0) & (fraction < 0));
+        return unchecked(seconds + moved, fraction - (carried | moved) * microseconds_per_second);
     }
     /// As `*this + -other`; it throws only where that minus does.
     constexpr ka_time_period operator-(const ka_time_period& other) const { return *this + -other; }
@@ -138,7 +142,7 @@ public:
     constexpr ka_time_period operator-() const
     {
         const long long seconds = wrapping_product(seconds_, -1);
-        if (are_of_opposite_signs(seconds, -microseconds_))
+        if (are_of_opposite_signs(seconds, -microseconds_)) [[unlikely]]
             refuse(seconds, -microseconds_);
         return unchecked(seconds, -microseconds_);
     }
@@ -206,14 +210,6 @@ private:
         return (seconds ^ microseconds) < 0 && seconds != 0 && microseconds != 0;
     }
 
-    /// The seconds with the rest that is left below a second; where the signs
-    /// of seconds and fraction differ, one second goes from one to the other.
-    static constexpr ka_time_period with_one_sign(long long seconds, int fraction, int rest) noexcept
-    {
-        const int moved = (seconds < 0 && fraction > 0) - (seconds > 0 && fraction < 0);
-        return unchecked(seconds + moved, moved != 0 ? fraction - moved * microseconds_per_second : rest);
-    }
-
     /// Stores the two fields, once the excess of the microseconds has gone to
     /// the seconds and the signs agree.
     constexpr void normalize_time_period(long long seconds, long long microseconds) noexcept
@@ -233,6 +229,11 @@ private:
     static constexpr long long wrapping_sum(long long a, long long b) noexcept
     {
         return static_cast<long long>(static_cast<unsigned long long>(a) +
+                                      static_cast<unsigned long long>(b));
+    }
+    static constexpr long long wrapping_difference(long long a, long long b) noexcept
+    {
+        return static_cast<long long>(static_cast<unsigned long long>(a) -
                                       static_cast<unsigned long long>(b));
     }
     static constexpr long long wrapping_product(long long a, long long b) noexcept

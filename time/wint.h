@@ -222,11 +222,12 @@ private:
     }
     constexpr void become(digits64 value) noexcept
     {
+        // Digit by digit without a loop: a compiler makes one store of it.
         negative_ = false;
-        for (unsigned short& digit : magnitude_) {
-            digit = static_cast<unsigned short>(value);
-            value >>= 16;
-        }
+        magnitude_[0] = static_cast<unsigned short>(value);
+        magnitude_[1] = static_cast<unsigned short>(value >> 16);
+        magnitude_[2] = static_cast<unsigned short>(value >> 32);
+        magnitude_[3] = static_cast<unsigned short>(value >> 48);
     }
     constexpr void become(const ka_wint& value) noexcept { *this = value; }
 

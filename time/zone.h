@@ -120,7 +120,9 @@ private:
 
     /// The rule in effect, for a caller who has year and month of the date.
     KA_TIME_VARNEL_INTERNAL const ka_time_zone_rule* rule_in_month(const ka_time& time, const ka_date& date,
-                                                                   short year, unsigned short month) const;
+                                                                   int year, unsigned int month) const;
+    /// As `rule(time, date)`.
+    KA_TIME_VARNEL_INTERNAL const ka_time_zone_rule* rule_at(const ka_time& time, const ka_date& date) const;
 
     static void create_zones();
     static void delete_zones() noexcept;

@@ -117,13 +117,6 @@ void ka_date::bc_name(const std::string& text) { *ka_time_and_date::bc_name_ = t
 
 std::string ka_date::to_string() const { return to_string(*ka_time_and_date::default_date_format_); }
 
-std::string ka_date::to_string(const std::string& format) const
-{
-    const parts date = split(julian_day_);
-    return ka_time_and_date::formatted(format, 0, 0, 0, 0, date.month, date.day, date.year,
-                                       ka_time_and_date::default_time_zone(), false);
-}
-
 void ka_date::print(std::ostream& stream) const { stream << to_string(); }
 
 std::string ka_date::default_format() { return *ka_time_and_date::default_date_format_; }

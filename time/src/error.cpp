@@ -51,7 +51,7 @@ const char* ka_time_varnel_error::symbol(int code) noexcept { return row_of(code
 
 const char* ka_time_varnel_error::description(int code) noexcept { return row_of(code).description; }
 
-message::message(error_code code) noexcept : code_(code)
+message::message(error_code code) noexcept
 {
     put(std::string_view(error_table[static_cast<int>(code)].symbol));
     put(": ");
@@ -78,12 +78,11 @@ void message::put(unsigned long long number) noexcept
     put(std::string_view(digits, static_cast<std::size_t>(end - digits)));
 }
 
-void message::raise(throw_site site)
+void message::put(throw_site site) noexcept
 {
     put(" [");
     put(std::string_view(site.file));
     put(":");
     put(site.line);
     put("]");
-    throw ka_time_varnel_error(static_cast<int>(code_), text_);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <string>
 #include <string_view>
@@ -7,55 +9,70 @@
 /// Text under construction: on the stack as long as it is short, in a string
 /// from then on. So a text costs the one allocation of its result, and a width
 /// that no memory could hold ends in the string's own exception.
+///
+/// The end of the text is with the writer, who hands it in and gets it back,
+/// moved where the text had to move:
+///
+///     char* at = out.begin();
+///     at = out.put(at, "27 ");
+///     at = write_two_places(out.room(at, 2), month);
 class text {
 public:
-    std::size_t size() const noexcept { return spilled_ ? large_.size() : size_; }
+    text() noexcept : begin_(small_), limit_(small_ + sizeof small_) {}
+    text(const text&) = delete;
+    text& operator=(const text&) = delete;
 
-    void put(char letter)
+    char* begin() noexcept { return begin_; }
+    std::size_t size(const char* at) const noexcept { return static_cast<std::size_t>(at - begin_); }
+
+    /// The same end, with room for so many characters behind it.
+    char* room(char* at, std::size_t count)
     {
-        if (has_room(1))
-            small_[size_++] = letter;
-        else
-            put(std::string_view(&letter, 1));
+        return count <= static_cast<std::size_t>(limit_ - at) ? at : moved(at, count);
     }
 
-    void put(std::string_view added)
+    char* put(char* at, std::string_view added)
     {
-        if (!has_room(added.size())) {
-            spill();
-            large_.append(added);
-            return;
-        }
-        std::memcpy(small_ + size_, added.data(), added.size());
-        size_ += added.size();
+        at = room(at, added.size());
+        std::memcpy(at, added.data(), added.size());
+        return at + added.size();
     }
 
-    void insert(std::size_t place, std::size_t count, char fill)
+    /// Puts fill characters at a place of the text, in front of what stands there.
+    char* insert(char* at, std::size_t place, std::size_t count, char fill)
     {
-        if (!has_room(count)) {
-            spill();
-            large_.insert(place, count, fill);
-            return;
-        }
-        std::memmove(small_ + place + count, small_ + place, size_ - place);
-        std::memset(small_ + place, fill, count);
-        size_ += count;
+        at = room(at, count);
+        std::memmove(begin_ + place + count, begin_ + place, size(at) - place);
+        std::memset(begin_ + place, fill, count);
+        return at + count;
     }
 
-    std::string str() && { return spilled_ ? std::move(large_) : std::string(small_, size_); }
+    std::string str(const char* at) &&
+    {
+        if (begin_ == small_) [[likely]]
+            return std::string(small_, size(at));
+        large_.resize(size(at));
+        return std::move(large_);
+    }
 
 private:
-    bool has_room(std::size_t count) const noexcept { return !spilled_ && count <= sizeof small_ - size_; }
-
-    void spill()
+    /// To a string, or to a longer one, of twice the room at least.
+    [[gnu::cold, gnu::noinline]] char* moved(char* at, std::size_t count)
     {
-        if (!spilled_)
-            large_.assign(small_, size_);
-        spilled_ = true;
+        const std::size_t used = size(at);
+        const std::size_t held = static_cast<std::size_t>(limit_ - begin_);
+        if (begin_ == small_)
+            large_.assign(small_, used);
+        else
+            large_.resize(used);
+        large_.append(std::max(count, held), '\0');
+        begin_ = large_.data();
+        limit_ = begin_ + large_.size();
+        return begin_ + used;
     }
 
-    char small_[256];
-    std::size_t size_ = 0;
-    bool spilled_ = false;
+    char* begin_;
+    char* limit_;
     std::string large_;
+    char small_[256];
 };

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <type_traits>
 
+#include <time/error.h>
+
 /// The codes of `ka_time_varnel_error`, in the order of its table.
 enum class error_code : int {
     failure,
@@ -44,20 +46,29 @@ public:
     }
 
     /// Ends with the site.
-    [[noreturn]] void raise(throw_site site);
+    void put(throw_site site) noexcept;
+
+    const char* text() noexcept
+    {
+        text_[size_] = '\0';
+        return text_;
+    }
 
 private:
-    error_code code_;
     std::size_t size_ = 0;
-    char text_[512] = {};
+    char text_[512];
 };
 
 /// The one way in which the library fails: throws an error of a code, with a
-/// message of the code's symbol, the values shown, and the site.
+/// message of the code's symbol, the values shown, and the site. It is compiled
+/// into its caller: each frame on the way to a handler costs as much as all of
+/// the message.
 template <typename... Shown>
-[[noreturn, gnu::cold]] void throw_error(error_code code, throw_site site, const Shown&... shown)
+[[noreturn, gnu::always_inline]] inline void throw_error(error_code code, throw_site site,
+                                                         const Shown&... shown)
 {
     message text(code);
     (text.put(shown), ...);
-    text.raise(site);
+    text.put(site);
+    throw ka_time_varnel_error(static_cast<int>(code), text.text());
 }

@@ -30,12 +30,6 @@ void ka_time::pm_name(const std::string& text) { *ka_time_and_date::pm_name_ = t
 
 std::string ka_time::to_string() const { return to_string(*ka_time_and_date::default_time_format_); }
 
-std::string ka_time::to_string(const std::string& format) const
-{
-    return ka_time_and_date::formatted(format, hours(), minutes(), seconds(), microseconds(), 0, 0, 0,
-                                       ka_time_and_date::default_time_zone(), false);
-}
-
 void ka_time::print(std::ostream& stream) const { stream << to_string(); }
 
 std::string ka_time::default_format() { return *ka_time_and_date::default_time_format_; }

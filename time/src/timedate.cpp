@@ -2,7 +2,9 @@
 
 #include <ostream>
 
+#include "format.h"
 #include "platform.h"
+#include "rule_lookup.h"
 #include "throw.h"
 
 namespace {
@@ -65,7 +67,8 @@ ka_time_and_date& ka_time_and_date::operator=(const std::tm& fields)
 void ka_time_and_date::time_and_date(const ka_time& time, const ka_date& date)
 {
     utc_time_and_date(time, date);
-    instant_ += zone_->offset(time, date);
+    const ka_time_zone_rule* const rule = zone_->rule_at(time, date);
+    instant_ += rule != nullptr ? zone_->offset_ - rule->adjustment() : zone_->offset_;
 }
 
 void ka_time_and_date::time_and_date(const ka_time& time, const ka_date& date, const ka_time_zone& zone)
@@ -108,42 +111,114 @@ void ka_time_and_date::utc_time_and_date(const ka_time& time, const ka_date& dat
 
 void ka_time_and_date::utc_time_and_date(const ka_time_period& period) noexcept { instant_ = period; }
 
-const ka_time_zone_rule* ka_time_and_date::rule_at(const ka_time_period& standard) const
+// Nearly every moment is an instant above zero, under an offset of whole
+// seconds, and reads a date in the range. Then seconds are all there is to
+// subtract, and one unsigned division gives the day and the second of the day.
+[[gnu::always_inline]] inline bool ka_time_and_date::is_regular(ka_time& std_time,
+                                                                ka_date& std_date) const noexcept
 {
-    return zone_->rule(ka_time(standard), ka_date(standard));
+    constexpr long long first_second = ka_date::first_day * 86400ll;
+    constexpr long long last_second = ka_date::last_day * 86400ll + 86399;
+
+    const ka_time_period& offset = zone_->offset_;
+    const long long seconds = ka_time_period::wrapping_difference(instant_.seconds_, offset.seconds_);
+    if (seconds < first_second || seconds > last_second || instant_.microseconds_ < 0 ||
+        offset.microseconds_ != 0) [[unlikely]]
+        return false;
+    const auto day = static_cast<unsigned int>(static_cast<unsigned long long>(seconds) / 86400);
+    const auto second = static_cast<unsigned int>(seconds) - day * 86400u;
+    std_time = ka_time::unchecked(static_cast<int>(second), instant_.microseconds_);
+    std_date = ka_date::unchecked(static_cast<int>(day));
+    return true;
 }
 
-ka_time_and_date::reading ka_time_and_date::local() const
+/// Whether a time stays in its day when it moves, by whole seconds.
+inline bool ka_time_and_date::stays_in_day(const ka_time& time, const ka_time_period& adjustment) noexcept
 {
-    const ka_time_period standard = instant_ - zone_->offset_;
-    reading now = {ka_time(standard), ka_date(standard), 0, 0, 0, false};
-    ka_date::calc_calendar_date(now.date.julian_day(), &now.month, &now.day, &now.year);
+    const auto second = static_cast<unsigned long long>(time.second_of_day()) +
+                        static_cast<unsigned long long>(adjustment.seconds_);
+    return second < 86400 && adjustment.microseconds_ == 0;
+}
 
-    const ka_time_zone_rule* const rule = zone_->rule_in_month(now.time, now.date, now.year, now.month);
-    if (rule == nullptr)
-        return now;
-    const ka_time_period local = standard + rule->adjustment();
-    const ka_date local_date(local);
-    if (local_date != now.date)
-        ka_date::calc_calendar_date(local_date.julian_day(), &now.month, &now.day, &now.year);
-    now.time = ka_time(local);
-    now.date = local_date;
-    now.is_dst = true;
+inline ka_time ka_time_and_date::moved_in_day(const ka_time& time, const ka_time_period& adjustment) noexcept
+{
+    return ka_time::unchecked(static_cast<int>(time.second_of_day()) + adjustment.to_seconds(),
+                              static_cast<int>(time.microseconds()));
+}
+
+ka_date ka_time_and_date::moved_date(const ka_time_period& adjustment) const
+{
+    return ka_date(instant_ - zone_->offset_ + adjustment);
+}
+
+[[gnu::always_inline]] inline ka_time_and_date::reading ka_time_and_date::local() const
+{
+    ka_time time;
+    ka_date date;
+    reading now;
+    if (is_regular(time, date)) [[likely]] {
+        now.day = ka_date::split(date.julian_day());
+        const ka_time_zone_rule* const rule = zone_->rule_in_month(time, date, now.day.year, now.day.month);
+        now.is_dst = rule != nullptr;
+        now.date = date;
+        if (rule == nullptr) {
+            now.time = time;
+            return now;
+        }
+        if (stays_in_day(time, rule->adjustment())) [[likely]] {
+            now.time = moved_in_day(time, rule->adjustment());
+            return now;
+        }
+        const reading moved = moved_local(rule->adjustment());
+        now = moved;
+    } else {
+        const reading irregular = irregular_local();
+        now = irregular;
+    }
     return now;
+}
+
+ka_time_and_date::reading ka_time_and_date::irregular_local() const
+{
+    const ka_time_zone_rule* const rule = zone_->rule(std_time(), std_date());
+    if (rule != nullptr)
+        return moved_local(rule->adjustment());
+    const ka_date date = std_date();
+    return {std_time(), date, ka_date::split(date.julian_day()), false};
+}
+
+ka_time_and_date::reading ka_time_and_date::moved_local(const ka_time_period& adjustment) const
+{
+    const ka_date date = moved_date(adjustment);
+    return {std_time() + adjustment, date, ka_date::split(date.julian_day()), true};
 }
 
 ka_time ka_time_and_date::time() const
 {
-    const ka_time_period standard = instant_ - zone_->offset_;
-    const ka_time_zone_rule* const rule = rule_at(standard);
-    return ka_time(rule != nullptr ? standard + rule->adjustment() : standard);
+    ka_time time;
+    ka_date date;
+    if (!is_regular(time, date)) {
+        time = std_time();
+        date = std_date();
+    }
+    const ka_time_zone_rule* const rule = zone_->rule_at(time, date);
+    if (rule == nullptr)
+        return time;
+    if (stays_in_day(time, rule->adjustment())) [[likely]]
+        return moved_in_day(time, rule->adjustment());
+    return time + rule->adjustment();
 }
 
 ka_date ka_time_and_date::date() const
 {
-    const ka_time_period standard = instant_ - zone_->offset_;
-    const ka_time_zone_rule* const rule = rule_at(standard);
-    return ka_date(rule != nullptr ? standard + rule->adjustment() : standard);
+    ka_time time;
+    ka_date date;
+    if (!is_regular(time, date))
+        return irregular_local().date;
+    const ka_time_zone_rule* const rule = zone_->rule_at(time, date);
+    if (rule == nullptr || stays_in_day(time, rule->adjustment())) [[likely]]
+        return date;
+    return moved_date(rule->adjustment());
 }
 
 ka_time ka_time_and_date::std_time() const { return ka_time(instant_ - zone_->offset_); }
@@ -154,20 +229,30 @@ ka_time ka_time_and_date::utc_time() const noexcept { return ka_time(instant_); 
 
 ka_date ka_time_and_date::utc_date() const { return ka_date(instant_); }
 
-bool ka_time_and_date::is_dst() const { return rule_at(instant_ - zone_->offset_) != nullptr; }
+bool ka_time_and_date::is_dst() const
+{
+    ka_time time;
+    ka_date date;
+    if (!is_regular(time, date))
+        return zone_->rule(std_time(), std_date()) != nullptr;
+    return zone_->rule_at(time, date) != nullptr;
+}
 
 ka_time_and_date::operator std::tm() const
 {
     const reading now = local();
     std::tm fields = {};
-    fields.tm_sec = now.time.seconds();
-    fields.tm_min = now.time.minutes();
-    fields.tm_hour = now.time.hours();
-    fields.tm_mday = now.day;
-    fields.tm_mon = now.month - 1;
-    fields.tm_year = now.year - 1900;
-    fields.tm_wday = now.date.weekday() - 1;
-    fields.tm_yday = now.date.julian_day() - ka_date::calc_julian_day(1, 1, now.year);
+    const unsigned int second_of_day = now.time.second_of_day();
+    const unsigned int minute_of_day = second_of_day / 60;
+    fields.tm_sec = static_cast<int>(second_of_day % 60);
+    fields.tm_min = static_cast<int>(minute_of_day % 60);
+    fields.tm_hour = static_cast<int>(minute_of_day / 60);
+    fields.tm_mday = static_cast<int>(now.day.day);
+    fields.tm_mon = static_cast<int>(now.day.month) - 1;
+    fields.tm_year = now.day.year - 1900;
+    fields.tm_wday =
+        static_cast<int>(ka_date::modulo_7(static_cast<unsigned int>(now.date.julian_day()) + 1));
+    fields.tm_yday = now.date.julian_day() - ka_date::day_number(1, 1, now.day.astronomical_year);
     fields.tm_isdst = now.is_dst;
     return fields;
 }
@@ -186,9 +271,23 @@ ka_time_and_date ka_time_and_date::now()
     return moment;
 }
 
+std::string ka_time_and_date::text_of(std::string_view format, const ka_time_and_date& value)
+{
+    const reading now = value.local();
+    const unsigned int second_of_day = now.time.second_of_day();
+    const unsigned int minute_of_day = second_of_day / 60;
+    return made_text(
+        format, {{minute_of_day / 60, minute_of_day % 60, second_of_day % 60, now.day.month, now.day.day},
+                 now.time.microseconds(),
+                 now.day.year,
+                 now.is_dst,
+                 now.date.julian_day(),
+                 *value.zone_});
+}
+
 std::string ka_time_and_date::to_string(const char* format) const
 {
-    return format == nullptr ? formatted(*default_time_and_date_format_, *this) : formatted(format, *this);
+    return text_of(format == nullptr ? std::string_view(*default_time_and_date_format_) : format, *this);
 }
 
 void ka_time_and_date::print(std::ostream& stream) const { stream << to_string(nullptr); }

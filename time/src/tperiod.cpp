@@ -3,6 +3,7 @@
 #include <charconv>
 #include <ostream>
 
+#include "digits.h"
 #include "platform.h"
 #include "throw.h"
 
@@ -43,11 +44,8 @@ char* ka_time_period::write_text(char* out) const noexcept
     out = std::to_chars(out, end, seconds_).ptr;
     if (microseconds_ != 0) {
         *out++ = '.';
-        int rest = microseconds_ < 0 ? -microseconds_ : microseconds_;
-        for (int digit_value = microseconds_per_second / 10; digit_value > 0; digit_value /= 10) {
-            *out++ = static_cast<char>('0' + rest / digit_value);
-            rest %= digit_value;
-        }
+        out = write_six_places(out,
+                               static_cast<unsigned int>(microseconds_ < 0 ? -microseconds_ : microseconds_));
     }
     for (const char letter : {' ', 's', 'e', 'c', 'o', 'n', 'd'})
         *out++ = letter;

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <ostream>
 
+#include "digits.h"
 #include "throw.h"
 
 namespace {
@@ -24,14 +25,19 @@ constexpr char upper_case(char letter)
 
 std::string ka_wint::to_string(ka_base radix, bool upper) const
 {
-    if (!is_radix(radix))
-        radix = ka_decimal;
+    char text[1 + binary_digits];
+    if (radix == ka_decimal || !is_radix(radix)) {
+        char* const end = text + sizeof text;
+        char* begin = write_before(end, magnitude());
+        if (negative_)
+            *--begin = '-';
+        return std::string(begin, end);
+    }
 
     char digits[binary_digits];
     char* const end = std::to_chars(digits, digits + sizeof digits, magnitude(), radix).ptr;
     const auto count = static_cast<std::size_t>(end - digits);
 
-    char text[1 + binary_digits];
     char* out = text;
     if (negative_)
         *out++ = '-';

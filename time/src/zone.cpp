@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <charconv>
 #include <ostream>
-#include <typeinfo>
 
-#include "rule_check.h"
+#include "rule_lookup.h"
 
 ka_time_zone::ka_time_zone(const ka_time_period& offset) : ka_time_zone(offset, "GMT") {}
 
@@ -40,27 +39,7 @@ const ka_time_zone_rule* ka_time_zone::rule(int index) const noexcept
 
 const ka_time_zone_rule* ka_time_zone::rule(const ka_time& time, const ka_date& date) const
 {
-    if (count_ == 0)
-        return nullptr;
-    unsigned short month = 0;
-    short year = 0;
-    ka_date::calc_calendar_date(date.julian_day(), &month, nullptr, &year);
-    return rule_in_month(time, date, year, month);
-}
-
-const ka_time_zone_rule* ka_time_zone::rule_in_month(const ka_time& time, const ka_date& date, short year,
-                                                     unsigned short month) const
-{
-    for (int slot = 0; slot < count_; ++slot) {
-        const ka_time_zone_rule& asked = *rules_[static_cast<std::size_t>(slot)];
-        // The library's own kind of rule shares what is known of the date; any
-        // other, one derived from it included, is asked as it expects.
-        const bool is_simple = &typeid(asked) == &typeid(ka_simple_time_zone_rule);
-        if (is_simple ? covers(asked, year) && is_within_points(asked, time, date, year, month)
-                      : asked.is_in_effect(time, date))
-            return &asked;
-    }
-    return nullptr;
+    return rule_at(time, date);
 }
 
 ka_time_period ka_time_zone::offset(const ka_time& time, const ka_date& date) const

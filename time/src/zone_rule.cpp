@@ -4,51 +4,55 @@
 
 #include "rule_check.h"
 
-namespace {
-
-/// The last year in which every month has a day after it to count back from.
-constexpr short last_regular_year = 32765;
-
-/// Whether a point has a date in every year up to that one.
-bool is_in_every_year(const ka_calendar_date& point)
+inline bool rule_check::is_in_every_year(const ka_calendar_date& point) noexcept
 {
-    if (point.week() == ka_none)
-        return point.day() >= 1 && point.day() <= 28;
-    return ka_next_to_last <= point.week() && point.week() <= ka_fourth;
+    return point.week() == ka_none ? 1 <= point.day() && point.day() <= 28 : is_in_every_month(point.week());
 }
 
-bool is_before(const ka_date& date, const ka_time& time, const ka_date& point_date,
-               const ka_calendar_date& point)
+/// The date of a point that is in every year, in a regular year.
+inline ka_date rule_check::regular_date(const ka_calendar_date& point, int year) noexcept
+{
+    const unsigned short month = point.month();
+    const int astronomical = ka_date::astronomical(year);
+    if (point.week() == ka_none)
+        return ka_date::unchecked(ka_date::day_number(month, point.day(), astronomical));
+    const int first = ka_date::day_number(month, 1, astronomical);
+    const int end = first + ka_date::month_length(month, static_cast<short>(year));
+    return ka_date::unchecked(ka_date::nth_weekday_between(first, end, point.week(), point.weekday()));
+}
+
+inline bool rule_check::is_before(const ka_time& time, const ka_date& date, const ka_calendar_date& point,
+                                  const ka_date& point_date) noexcept
 {
     return date != point_date ? date < point_date : time < point.time();
 }
 
+bool rule_check::is_before_point(const ka_calendar_date& point, const ka_time& time, const ka_date& date,
+                                 int year) noexcept
+{
+    return is_before(time, date, point, regular_date(point, year));
 }
 
-bool is_within_points(const ka_time_zone_rule& rule, const ka_time& time, const ka_date& date, short year,
-                      unsigned short month)
+bool rule_check::is_within_points(const ka_time_zone_rule& rule, const ka_time& time, const ka_date& date,
+                                  int year, unsigned int month)
 {
     const ka_calendar_date& start = rule.start_point();
     const ka_calendar_date& end = rule.end_point();
-
-    // With points in two months, the date of a point matters in its own month
-    // alone. A point that may lack its day has to be asked all the same.
-    if (start.month() != end.month() && is_in_every_year(start) && is_in_every_year(end) &&
-        ka_date::is_year(year) && year <= last_regular_year) {
+    // Between points of two months a date matters in the two months alone. A
+    // point that may lack its day has to be asked all the same.
+    if (start.month() != end.month() && is_regular_year(year) && is_in_every_year(start) &&
+        is_in_every_year(end)) {
         if (month == start.month())
-            return !is_before(date, time, start.date(year), start);
+            return !is_before_point(start, time, date, year);
         if (month == end.month())
-            return is_before(date, time, end.date(year), end);
-        const bool is_after_start = start.month() < month;
-        const bool is_before_end = month < end.month();
-        return end.month() < start.month() ? is_after_start || is_before_end
-                                           : is_after_start && is_before_end;
+            return is_before_point(end, time, date, year);
+        return is_between_months(start.month(), month, end.month());
     }
 
-    const ka_date start_date = start.date(year);
-    const ka_date end_date = end.date(year);
-    const bool is_after_start = !is_before(date, time, start_date, start);
-    const bool is_before_end = is_before(date, time, end_date, end);
+    const ka_date start_date = start.date(static_cast<short>(year));
+    const ka_date end_date = end.date(static_cast<short>(year));
+    const bool is_after_start = !is_before(time, date, start, start_date);
+    const bool is_before_end = is_before(time, date, end, end_date);
     return end_date < start_date ? is_after_start || is_before_end : is_after_start && is_before_end;
 }
 
@@ -81,5 +85,5 @@ bool ka_simple_time_zone_rule::is_in_effect(const ka_time& time, const ka_date& 
     unsigned short month = 0;
     short year = 0;
     ka_date::calc_calendar_date(date.julian_day(), &month, nullptr, &year);
-    return covers(*this, year) && is_within_points(*this, time, date, year, month);
+    return rule_check::covers(*this, year) && rule_check::is_within_points(*this, time, date, year, month);
 }

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <typeinfo>
+
+#include <time/zone.h>
+
+#include "rule_check.h"
+
+// The way from a time on a date to the rule in effect. Each reading of a moment
+// goes it, so its short part is compiled into each: months tell most of it.
+
+/// Whether a rule is of the library's own kind, to which its year and month can
+/// be told. A rule derived from that kind is not.
+inline bool is_simple(const ka_time_zone_rule& rule) noexcept
+{
+    return &typeid(rule) == &typeid(ka_simple_time_zone_rule);
+}
+
+[[gnu::always_inline]] inline const ka_time_zone_rule*
+ka_time_zone::rule_in_month(const ka_time& time, const ka_date& date, int year, unsigned int month) const
+{
+    const bool is_regular = rule_check::is_regular_year(year);
+    const ka_time_zone_rule* const* const end = rules_.get() + count_;
+    for (const ka_time_zone_rule* const* slot = rules_.get(); slot != end; ++slot) {
+        const ka_time_zone_rule& asked = **slot;
+        if (!is_simple(asked)) [[unlikely]] {
+            if (asked.is_in_effect(time, date))
+                return &asked;
+            continue;
+        }
+        if (!rule_check::covers(asked, static_cast<short>(year)))
+            continue;
+        const ka_calendar_date& start_point = asked.start_point();
+        const ka_calendar_date& end_point = asked.end_point();
+        const unsigned int start_month = start_point.month();
+        const unsigned int end_month = end_point.month();
+        bool is_within = false;
+        if (start_month == end_month || !is_regular || !rule_check::is_in_every_month(start_point.week()) ||
+            !rule_check::is_in_every_month(end_point.week())) [[unlikely]]
+            is_within = rule_check::is_within_points(asked, time, date, year, month);
+        else if (month == start_month)
+            is_within = !rule_check::is_before_point(start_point, time, date, year);
+        else if (month == end_month)
+            is_within = rule_check::is_before_point(end_point, time, date, year);
+        else
+            is_within = rule_check::is_between_months(start_month, month, end_month);
+        if (is_within)
+            return &asked;
+    }
+    return nullptr;
+}
+
+[[gnu::always_inline]] inline const ka_time_zone_rule* ka_time_zone::rule_at(const ka_time& time,
+                                                                             const ka_date& date) const
+{
+    if (count_ == 0)
+        return nullptr;
+    const ka_date::parts day = ka_date::split(date.julian_day());
+    return rule_in_month(time, date, day.year, day.month);
+}
