@@ -1,0 +1,40 @@
+#include <valgrind/callgrind.h>
+
+#include <cstdio>
+#include <cstring>
+
+#include "operations.h"
+
+// Run under callgrind, which writes one file for each row, with its name in it.
+// The first row is the loop alone, which the other rows have in them. With
+// "goals" it prints what each operation has to reach.
+
+namespace {
+
+void loop_alone()
+{
+    static const char in[batch_size] = {};
+    for_each_input([](std::size_t i) -> const char& { return in[i]; });
+}
+
+void count(const char* name, batch run)
+{
+    run();
+    CALLGRIND_ZERO_STATS;
+    run();
+    CALLGRIND_DUMP_STATS_AT(name);
+}
+
+}
+
+int main(int argc, char** argv)
+{
+    if (argc > 1 && std::strcmp(argv[1], "goals") == 0) {
+        for (const operation& row : all_operations())
+            std::printf("%s|%g|%d\n", row.name, row.goal_ratio, row.goal_instructions);
+        return 0;
+    }
+    count("loop", loop_alone);
+    for (const operation& row : all_operations())
+        count(row.name, row.run);
+}

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <random>
+
+#include "operations.h"
+
+// The inputs, the same for the library and for its peers: plain numbers of a
+// fixed seed, from which each makes its own values before anything is measured.
+
+template <typename Value>
+using column = std::array<Value, batch_size>;
+
+constexpr long long epoch_day = 2440588;
+
+struct plain_inputs {
+    /// Days since 1 January 1970: 1900 to 2100.
+    column<int> days;
+    /// Seconds since then: 1970 to 2037, 2040 to 2100, and through 4 July 2024.
+    column<long long> early;
+    column<long long> late;
+    column<long long> one_day;
+    column<int> microseconds;
+    /// Two durations, in seconds and microseconds of one sign.
+    column<long long> seconds[2];
+    column<int> fractions[2];
+    /// 2 to 100.
+    column<int> divisors;
+    /// Twelve digits, and six.
+    column<long long> long_numbers;
+    column<long long> short_numbers;
+};
+
+inline const plain_inputs& inputs()
+{
+    static const plain_inputs all = [] {
+        std::mt19937_64 random(20240704);
+        const auto between = [&](long long low, long long high) {
+            return low + static_cast<long long>(random() % static_cast<std::uint64_t>(high - low + 1));
+        };
+        plain_inputs made = {};
+        for (std::size_t i = 0; i < batch_size; ++i) {
+            made.days[i] = static_cast<int>(between(-25567, 47846));
+            made.early[i] = between(86400, 2145916799);
+            made.late[i] = between(2208988800, 4133980799);
+            made.one_day[i] = 1720051200 + static_cast<long long>(i) * 21;
+            made.microseconds[i] = static_cast<int>(between(0, 999999));
+            for (int j = 0; j < 2; ++j) {
+                made.seconds[j][i] = between(-1000000000, 1000000000);
+                made.fractions[j][i] =
+                    static_cast<int>(made.seconds[j][i] < 0 ? -between(0, 999999) : between(0, 999999));
+            }
+            made.divisors[i] = static_cast<int>(between(2, 100));
+            made.long_numbers[i] = between(100000000000, 999999999999);
+            made.short_numbers[i] = between(100000, 999999);
+        }
+        return made;
+    }();
+    return all;
+}
+
+/// A column made of the inputs, index by index.
+template <typename Function>
+auto made_column(Function function)
+{
+    column<decltype(function(std::size_t{}))> made;
+    for (std::size_t i = 0; i < batch_size; ++i)
+        made[i] = function(i);
+    return made;
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// A batch runs an operation over all inputs, and keeps every result.
+using batch = void (*)();
+
+constexpr std::size_t batch_size = 4096;
+
+/// An operation of the library, with what it has to reach: the time at most, as
+/// a multiple of the fastest peer's, and the instructions at most. 0 stands for
+/// no goal.
+struct operation {
+    const char* name;
+    batch run;
+    double goal_ratio;
+    int goal_instructions;
+};
+
+/// The operations by topic; `all_operations` is the one list.
+std::vector<operation> calendar_operations();
+std::vector<operation> zone_operations();
+std::vector<operation> text_operations();
+std::vector<operation> arithmetic_operations();
+std::vector<operation> all_operations();
+
+/// The same work as it is done with something else.
+struct peer {
+    const char* operation;
+    const char* name;
+    batch run;
+};
+
+/// Each source of peers that is built adds its rows here.
+std::vector<peer>& all_peers();
+
+struct peers {
+    peers(std::initializer_list<peer> rows) { all_peers().insert(all_peers().end(), rows); }
+};
+
+/// Has the compiler take a value for used.
+template <typename Value>
+void keep(const Value& value)
+{
+    asm volatile("" : : "m"(value) : "memory");
+}
+
+/// Runs a function of an index over all inputs.
+template <typename Function>
+[[gnu::always_inline]] inline void for_each_input(Function function)
+{
+    for (std::size_t i = 0; i < batch_size; ++i)
+        keep(function(i));
+}
