@@ -133,14 +133,20 @@ void number_text()
     for_each_input([&](std::size_t i) { return std::to_string(in[i]); });
 }
 
+/// A function of its own, as whoever refuses a value has.
+[[gnu::noinline]] int refused(int month, int day, int year)
+{
+    std::ostringstream text;
+    text << "invalid_date: Month( " << month << " ), day( " << day << " ), year( " << year
+         << " ) [time/src/date:" << 150 << "]";
+    throw std::runtime_error(text.str());
+}
+
 void refuse()
 {
     for_each_input([](std::size_t i) {
         try {
-            std::ostringstream text;
-            text << "invalid_date: Month( " << 13 << " ), day( " << 1 << " ), year( " << i + 1
-                 << " ) [time/src/date:" << 150 << "]";
-            throw std::runtime_error(text.str());
+            return refused(13, 1, static_cast<int>(i + 1));
         } catch (const std::runtime_error& error) {
             return static_cast<int>(error.what()[0]);
         }

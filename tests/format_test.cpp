@@ -96,6 +96,12 @@ TEST(formats, flags_widths_and_unknown_letters)
             EXPECT_EQ(date_.to_string(literal + "%" + field), literal + pad + "04July");
             EXPECT_EQ(date_.to_string(literal + "%-" + field), literal + "04" + pad + "July");
         }
+    std::string codes, texts;
+    for (int count = 0; count < 120; ++count) {
+        ASSERT_EQ(moment.to_string(codes.c_str()), texts);
+        codes += "%q%Y%d|";
+        texts += "000123199104|";
+    }
 }
 
 template <typename Value>

@@ -247,7 +247,7 @@ public:
     /// -4713 to 32766, without 0.
     static constexpr bool is_year(short year) noexcept
     {
-        return year > 0 ? year <= last_year : first_year <= year && year != 0;
+        return is_ad_year(year) || (first_year <= year && year < 0);
     }
     /// 1 to 12.
     static constexpr bool is_month(unsigned short month) noexcept { return 1 <= month && month <= 12; }
@@ -294,13 +294,14 @@ public:
     /// out of the range the number is no calendar date's.
     static constexpr int calc_julian_day(unsigned short month, unsigned short day, short year)
     {
-        if (is_month(month) && is_year(year)) [[likely]]
-            return day_number(month, day, astronomical(year));
         if (!is_month(month))
             refuse_month(month);
+        if (is_ad_year(year)) [[likely]]
+            return day_number(month, day, year);
         if (year == 0)
             refuse_year_zero();
-        return day_number_without_leap_row(month, day, astronomical(year));
+        return is_year(year) ? day_number(month, day, astronomical(year))
+                             : day_number_without_leap_row(month, day, astronomical(year));
     }
 
     /// The date of a day number; a null pointer is skipped. The number is not
@@ -360,6 +361,7 @@ protected:
 private:
     friend class ka_time_and_date;
     friend class ka_time_zone;
+    friend struct locale_text;
     friend struct rule_check;
 
     struct parts {
@@ -478,6 +480,12 @@ private:
     static constexpr unsigned int days_in_400_years = 146097;
     /// The days of March to December: from here on a day is in January or February.
     static constexpr unsigned int days_to_new_year = 306;
+
+    /// 1 to 32766: nearly all years asked for, and told by one comparison.
+    static constexpr bool is_ad_year(int year) noexcept
+    {
+        return static_cast<unsigned int>(year - 1) < static_cast<unsigned int>(last_year);
+    }
 
     static constexpr int astronomical(int year) noexcept { return year + (year < 0); }
 

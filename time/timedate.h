@@ -180,7 +180,7 @@ protected:
 private:
     friend class ka_date;
     friend class ka_time;
-    friend struct format_layout;
+    friend struct locale_text;
     friend void ka_init_time_varnel();
     friend void ka_exit_time_varnel();
 
@@ -188,6 +188,10 @@ private:
     ka_time_and_date(const ka_time& time, const ka_date& date, bool universal) noexcept;
 
     static ka_time_and_date now_if_available();
+    /// Takes the machine's wall clock for the local one; returns the local date.
+    KA_TIME_VARNEL_INTERNAL ka_date read_clock();
+    /// Returns the rule in effect, or null.
+    KA_TIME_VARNEL_INTERNAL const ka_time_zone_rule* set_local(const ka_time& time, const ka_date& date);
     static void delete_names() noexcept;
 
     static std::string formatted(const std::string& format, const unsigned short& hour,
@@ -217,10 +221,15 @@ private:
         bool is_dst;
     };
     KA_TIME_VARNEL_INTERNAL reading local() const;
+    /// The same by the long way, for any instant and any zone.
     KA_TIME_VARNEL_INTERNAL reading irregular_local() const;
+    /// The reading, and the date of it, under an adjustment of any length.
     KA_TIME_VARNEL_INTERNAL reading moved_local(const ka_time_period& adjustment) const;
     KA_TIME_VARNEL_INTERNAL ka_date moved_date(const ka_time_period& adjustment) const;
+    /// Writes the standard clock and returns true, where it takes no more than
+    /// a subtraction of seconds.
     KA_TIME_VARNEL_INTERNAL bool is_regular(ka_time& std_time, ka_date& std_date) const noexcept;
+    /// Whether a time stays in its day when it moves, by whole seconds.
     KA_TIME_VARNEL_INTERNAL static bool stays_in_day(const ka_time& time,
                                                      const ka_time_period& adjustment) noexcept;
     KA_TIME_VARNEL_INTERNAL static ka_time moved_in_day(const ka_time& time,

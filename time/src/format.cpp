@@ -1,18 +1,85 @@
-#include "format.h"
-
+#include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <string_view>
 
 #include <time/timedate.h>
 
 #include "digits.h"
+#include "reading.h"
 #include "text.h"
 
-/// The user's layouts, for `%c`, `%x` and `%X`.
-struct format_layout {
+namespace {
+
+/// The numbers that codes print as they are: most in two places, the year in as
+/// many as it has, and the microseconds in six.
+enum number : unsigned char {
+    hour_number,
+    minute_number,
+    second_number,
+    month_number,
+    day_number,
+    numbers_of_two_places,
+    year_number = numbers_of_two_places,
+    microsecond_number,
+    no_number
+};
+
+/// What the codes of a format print from.
+struct format_fields {
+    unsigned int two_places[numbers_of_two_places];
+    unsigned int microsecond;
+    int year;
+    bool dst;
+    /// The day number of a date, or 0: then month, day and year may form none.
+    int julian_day;
+    const ka_time_zone& zone;
+
+    unsigned int hour() const { return two_places[hour_number]; }
+    unsigned int hour_of_12() const { return hour() % 12 == 0 ? 12 : hour() % 12; }
+    unsigned short month() const { return static_cast<unsigned short>(two_places[month_number]); }
+    unsigned short day() const { return static_cast<unsigned short>(two_places[day_number]); }
+    /// Throws `invalid_date` where there is no date.
+    ka_date date() const
+    {
+        return julian_day != 0 ? ka_date(julian_day) : ka_date(month(), day(), static_cast<short>(year));
+    }
+};
+
+}
+
+/// What the user's language has for a value.
+struct locale_text {
+    // The layouts for `%c`, `%x` and `%X`.
     static const std::string& timedate() { return *ka_time_and_date::format_timedate_; }
     static const std::string& date() { return *ka_time_and_date::format_date_; }
     static const std::string& time() { return *ka_time_and_date::format_time_; }
+
+    static const std::string& weekday_name(const format_fields& value)
+    {
+        return *ka_time_and_date::weekday_name_[weekday(value)];
+    }
+    static const std::string& weekday_abbreviation(const format_fields& value)
+    {
+        return *ka_time_and_date::weekday_abbr_[weekday(value)];
+    }
+    static const std::string& half_of_day(const format_fields& value)
+    {
+        return value.hour() < 12 ? ka_time::am_name() : ka_time::pm_name();
+    }
+    static const std::string& era(const format_fields& value)
+    {
+        return value.year < 0 ? ka_date::bc_name() : ka_date::ad_name();
+    }
+
+private:
+    /// From 0, a Sunday, on.
+    static unsigned int weekday(const format_fields& value)
+    {
+        if (value.julian_day == 0) [[unlikely]]
+            return value.date().weekday() - 1u;
+        return ka_date::modulo_7(static_cast<unsigned int>(value.julian_day) + 1);
+    }
 };
 
 namespace {
@@ -33,7 +100,7 @@ char* put_number(char* at, int value, int width = 0)
     return std::copy(first, end, at);
 }
 
-char* put_year(char* at, int year)
+inline char* put_year(char* at, int year)
 {
     if (year < 1000 || year > 9999) [[unlikely]]
         return put_number(at, year);
@@ -50,18 +117,20 @@ char* put_blank_place(char* at, unsigned int value)
     return end;
 }
 
+constexpr std::string_view year_and_era(int year) { return year < 1000 ? "%s %P" : "%s"; }
+
 char* put_formatted(char* at, text& out, std::string_view format, const format_fields& value);
 
-/// A code that prints a number in two places, or in a way of its own: from `at`
-/// on, where there is `code_room`.
+/// A code that prints a number, or in a way of its own: from `at` on, where
+/// there is `code_room`.
 struct code_row {
     using writer = char* (*)(char* at, text& out, const format_fields& value);
 
-    constexpr code_row(char code, two_places number) : letter(code), place(number), put(nullptr) {}
-    constexpr code_row(char code, writer own) : letter(code), place(places_count), put(own) {}
+    constexpr code_row(char code, number printed) : letter(code), shown(printed), put(nullptr) {}
+    constexpr code_row(char code, writer own) : letter(code), shown(no_number), put(own) {}
 
     char letter;
-    two_places place;
+    number shown;
     writer put;
 };
 
@@ -69,39 +138,39 @@ using fields = const format_fields&;
 
 // clang-format off
 constexpr code_row code_table[] = {
-    {'a', [](char* at, text& out, fields v) { return out.put(at, ka_date::weekday_abbreviation(v.date().weekday())); }},
-    {'A', [](char* at, text& out, fields v) { return out.put(at, ka_date::weekday_name(v.date().weekday())); }},
+    {'a', [](char* at, text& out, fields v) { return out.put(at, locale_text::weekday_abbreviation(v)); }},
+    {'A', [](char* at, text& out, fields v) { return out.put(at, locale_text::weekday_name(v)); }},
     {'b', [](char* at, text& out, fields v) { return out.put(at, ka_date::month_abbreviation(v.month())); }},
     {'B', [](char* at, text& out, fields v) { return out.put(at, ka_date::month_name(v.month())); }},
-    {'c', [](char* at, text& out, fields v) { return put_formatted(at, out, format_layout::timedate(), v); }},
+    {'c', [](char* at, text& out, fields v) { return put_formatted(at, out, locale_text::timedate(), v); }},
     {'C', [](char* at, text&, fields v) { return put_number(at, v.year / 100); }},
-    {'d', day_place},
+    {'d', day_number},
     {'D', [](char* at, text& out, fields v) { return put_formatted(at, out, "%m/%d/%y", v); }},
     {'e', [](char* at, text&, fields v) { return put_blank_place(at, v.day()); }},
-    {'f', [](char* at, text& out, fields v) { return put_formatted(at, out, v.year < 1000 ? "%s %P" : "%s", v); }},
-    {'H', hour_place},
+    {'f', [](char* at, text& out, fields v) { return put_formatted(at, out, year_and_era(v.year), v); }},
+    {'H', hour_number},
     {'I', [](char* at, text&, fields v) { return write_two_places(at, v.hour_of_12()); }},
     {'j', [](char* at, text&, fields v) { return put_number(at, v.date().day_of_year() + 1, 3); }},
     {'k', [](char* at, text&, fields v) { return put_blank_place(at, v.hour()); }},
     {'l', [](char* at, text&, fields v) { return put_blank_place(at, v.hour_of_12()); }},
-    {'m', month_place},
-    {'M', minute_place},
+    {'m', month_number},
+    {'M', minute_number},
     {'n', [](char* at, text& out, fields) { return out.put(at, "\n"); }},
-    {'p', [](char* at, text& out, fields v) { return out.put(at, v.hour() < 12 ? ka_time::am_name() : ka_time::pm_name()); }},
-    {'P', [](char* at, text& out, fields v) { return out.put(at, v.year < 0 ? ka_date::bc_name() : ka_date::ad_name()); }},
-    {'q', [](char* at, text&, fields v) { return write_six_places(at, v.microsecond); }},
+    {'p', [](char* at, text& out, fields v) { return out.put(at, locale_text::half_of_day(v)); }},
+    {'P', [](char* at, text& out, fields v) { return out.put(at, locale_text::era(v)); }},
+    {'q', microsecond_number},
     {'r', [](char* at, text& out, fields v) { return put_formatted(at, out, "%I:%M:%S %p", v); }},
     {'s', [](char* at, text&, fields v) { return put_year(at, std::abs(v.year)); }},
-    {'S', second_place},
+    {'S', second_number},
     {'t', [](char* at, text& out, fields) { return out.put(at, "\t"); }},
     {'T', [](char* at, text& out, fields v) { return put_formatted(at, out, "%H:%M:%S", v); }},
     {'U', [](char* at, text&, fields v) { return write_two_places(at, v.date().week_of_year(1)); }},
     {'w', [](char* at, text&, fields v) { return put_number(at, v.date().weekday() - 1); }},
     {'W', [](char* at, text&, fields v) { return write_two_places(at, v.date().week_of_year(2)); }},
-    {'x', [](char* at, text& out, fields v) { return put_formatted(at, out, format_layout::date(), v); }},
-    {'X', [](char* at, text& out, fields v) { return put_formatted(at, out, format_layout::time(), v); }},
+    {'x', [](char* at, text& out, fields v) { return put_formatted(at, out, locale_text::date(), v); }},
+    {'X', [](char* at, text& out, fields v) { return put_formatted(at, out, locale_text::time(), v); }},
     {'y', [](char* at, text&, fields v) { return put_number(at, v.year % 100, 2); }},
-    {'Y', [](char* at, text&, fields v) { return put_year(at, v.year); }},
+    {'Y', year_number},
     {'Z', [](char* at, text& out, fields v) {
          return v.year == 0 ? at : out.put(at, v.dst ? v.zone.dst_name() : v.zone.name());
      }},
@@ -111,12 +180,12 @@ constexpr code_row code_table[] = {
 template <typename Value>
 using by_letter = std::array<Value, 256>;
 
-constexpr by_letter<two_places> place_of_letter = [] {
-    by_letter<two_places> places = {};
-    places.fill(places_count);
+constexpr by_letter<number> number_of_letter = [] {
+    by_letter<number> numbers = {};
+    numbers.fill(no_number);
     for (const code_row& row : code_table)
-        places[static_cast<unsigned char>(row.letter)] = row.place;
-    return places;
+        numbers[static_cast<unsigned char>(row.letter)] = row.shown;
+    return numbers;
 }();
 
 constexpr by_letter<code_row::writer> writer_of_letter = [] {
@@ -126,26 +195,21 @@ constexpr by_letter<code_row::writer> writer_of_letter = [] {
     return writers;
 }();
 
+inline char* put_shown(char* at, number shown, const format_fields& value)
+{
+    if (shown < numbers_of_two_places)
+        return write_two_places(at, value.two_places[shown]);
+    return shown == year_number ? put_year(at, value.year) : write_six_places(at, value.microsecond);
+}
+
 /// The end of the text, and the place in the format.
 struct cursor {
     char* at;
     const char* place;
 };
 
-/// Puts a code, or a letter that is no code and stands for itself.
-char* put_code(char* at, text& out, char code, const format_fields& value)
-{
-    const auto letter = static_cast<unsigned char>(code);
-    at = out.room(at, code_room);
-    if (place_of_letter[letter] != places_count)
-        return write_two_places(at, value.places[place_of_letter[letter]]);
-    if (writer_of_letter[letter] != nullptr)
-        return writer_of_letter[letter](at, out, value);
-    *at = code;
-    return at + 1;
-}
-
-/// Puts what begins behind a "%": flag, width and code.
+/// Puts what begins behind a "%": flag, width and code. A letter that is no
+/// code stands for itself.
 [[gnu::noinline]] cursor put_padded_code(cursor now, text& out, const format_fields& value)
 {
     const char* place = now.place;
@@ -158,7 +222,15 @@ char* put_code(char* at, text& out, char code, const format_fields& value)
         width = width * 10 + static_cast<std::size_t>(*place - '0');
 
     const std::size_t start = out.size(now.at);
-    char* const at = put_code(now.at, out, *place, value);
+    const auto code = static_cast<unsigned char>(*place);
+    char* at = now.at;
+    if (writer_of_letter[code] != nullptr)
+        at = writer_of_letter[code](at, out, value);
+    else if (number_of_letter[code] != no_number)
+        at = put_shown(at, number_of_letter[code], value);
+    else
+        *at++ = *place;
+
     const std::size_t length = out.size(at) - start;
     if (length >= width)
         return {at, place + 1};
@@ -168,13 +240,15 @@ char* put_code(char* at, text& out, char code, const format_fields& value)
 /// The format must have a NUL behind its end, as every string has: a code that
 /// is cut off there has it for its letter.
 ///
-/// Plain letters and numbers of two places become no longer than they are in
+/// Letters and plain numbers become at most three times as long as they are in
 /// the format. So they need no test for room, as long as there is as much of it
-/// as of the format left, and `code_room` for the next code of another kind.
-char* put_formatted(char* at, text& out, std::string_view format, const format_fields& value)
+/// for the format left, and `code_room` for a code of another kind.
+[[gnu::always_inline]] inline char* write_format(char* at, text& out, std::string_view format,
+                                                 const format_fields& value)
 {
+    constexpr std::size_t longest = 3;
     const char* const end = format.data() + format.size();
-    cursor now = {out.room(at, format.size() + code_room), format.data()};
+    cursor now = {out.room(at, longest * format.size() + code_room), format.data()};
     while (now.place < end) {
         const char letter = *now.place++;
         if (letter != '%') {
@@ -182,28 +256,32 @@ char* put_formatted(char* at, text& out, std::string_view format, const format_f
             continue;
         }
         const auto code = static_cast<unsigned char>(*now.place);
-        const two_places number = place_of_letter[code];
-        if (number != places_count) {
-            write_two_places(now.at, value.places[number]);
-            now.at += 2;
-            ++now.place;
+        const number shown = number_of_letter[code];
+        if (shown != no_number) {
+            now = {put_shown(now.at, shown, value), now.place + 1};
             continue;
         }
-        const code_row::writer put = writer_of_letter[code];
-        if (put != nullptr)
-            now = {put(now.at, out, value), now.place + 1};
+        if (writer_of_letter[code] != nullptr)
+            now = {writer_of_letter[code](now.at, out, value), now.place + 1};
         else
             now = put_padded_code(now, out, value);
-        now.at = out.room(now.at, static_cast<std::size_t>(end + 1 - now.place) + code_room);
+        now.at = out.room(now.at, longest * static_cast<std::size_t>(end + 1 - now.place) + code_room);
     }
     return now.at;
 }
 
+char* put_formatted(char* at, text& out, std::string_view format, const format_fields& value)
+{
+    return write_format(at, out, format, value);
 }
 
-char* write_formatted(text& out, std::string_view format, const format_fields& value)
+[[gnu::always_inline]] inline std::string made_text(std::string_view format, const format_fields& value)
 {
-    return put_formatted(out.begin(), out, format, value);
+    text out;
+    const char* const end = write_format(out.begin(), out, format, value);
+    return std::move(out).str(end);
+}
+
 }
 
 std::string ka_time_and_date::formatted(const std::string& format, const unsigned short& hour,
@@ -213,6 +291,25 @@ std::string ka_time_and_date::formatted(const std::string& format, const unsigne
                                         const ka_time_zone& zone, bool dst)
 {
     return made_text(format, {{hour, minute, second, month, day}, microsecond, year, dst, 0, zone});
+}
+
+std::string ka_time_and_date::text_of(std::string_view format, const ka_time_and_date& value)
+{
+    const reading now = value.local();
+    const unsigned int second_of_day = now.time.second_of_day();
+    const unsigned int minute_of_day = second_of_day / 60;
+    return made_text(
+        format, {{minute_of_day / 60, minute_of_day % 60, second_of_day % 60, now.day.month, now.day.day},
+                 now.time.microseconds(),
+                 now.day.year,
+                 now.is_dst,
+                 now.date.julian_day(),
+                 *value.zone_});
+}
+
+std::string ka_time_and_date::to_string(const char* format) const
+{
+    return text_of(format == nullptr ? std::string_view(*default_time_and_date_format_) : format, *this);
 }
 
 std::string ka_time_and_date::formatted(const std::string& format, const ka_time_and_date& value)

@@ -47,7 +47,7 @@ public:
         return at + count;
     }
 
-    std::string str(const char* at) &&
+    [[gnu::always_inline]] std::string str(const char* at) &&
     {
         if (begin_ == small_) [[likely]]
             return std::string(small_, size(at));

@@ -2,9 +2,8 @@
 
 #include <ostream>
 
-#include "format.h"
 #include "platform.h"
-#include "rule_lookup.h"
+#include "reading.h"
 #include "throw.h"
 
 namespace {
@@ -64,11 +63,25 @@ ka_time_and_date& ka_time_and_date::operator=(const std::tm& fields)
     return *this;
 }
 
-void ka_time_and_date::time_and_date(const ka_time& time, const ka_date& date)
+void ka_time_and_date::time_and_date(const ka_time& time, const ka_date& date) { set_local(time, date); }
+
+[[gnu::always_inline]] inline const ka_time_zone_rule* ka_time_and_date::set_local(const ka_time& time,
+                                                                                   const ka_date& date)
 {
     utc_time_and_date(time, date);
     const ka_time_zone_rule* const rule = zone_->rule_at(time, date);
-    instant_ += rule != nullptr ? zone_->offset_ - rule->adjustment() : zone_->offset_;
+    const ka_time_period& offset = zone_->offset_;
+    constexpr ka_time_period none;
+    const ka_time_period adjustment = rule != nullptr ? rule->adjustment() : none;
+    // Whole seconds that leave the instant at or above zero carry nothing.
+    const long long seconds = ka_time_period::wrapping_difference(
+        ka_time_period::wrapping_sum(instant_.seconds_, offset.seconds_), adjustment.seconds_);
+    if (offset.microseconds_ == 0 && adjustment.microseconds_ == 0 && seconds >= 0 &&
+        instant_.microseconds_ >= 0) [[likely]]
+        instant_.seconds_ = seconds;
+    else
+        instant_ += rule != nullptr ? offset - adjustment : offset;
+    return rule;
 }
 
 void ka_time_and_date::time_and_date(const ka_time& time, const ka_date& date, const ka_time_zone& zone)
@@ -106,76 +119,20 @@ void ka_time_and_date::date(const ka_date& date) { time_and_date(std_time(), dat
 
 void ka_time_and_date::utc_time_and_date(const ka_time& time, const ka_date& date) noexcept
 {
-    instant_ = midnight_of(date.julian_day()) + time;
+    const ka_time_period midnight = midnight_of(date.julian_day());
+    const ka_time_period since_midnight = time;
+    if (midnight.seconds_ >= 0) [[likely]]
+        instant_ = ka_time_period::unchecked(midnight.seconds_ + since_midnight.seconds_,
+                                             since_midnight.microseconds_);
+    else
+        instant_ = midnight + since_midnight;
 }
 
 void ka_time_and_date::utc_time_and_date(const ka_time_period& period) noexcept { instant_ = period; }
 
-// Nearly every moment is an instant above zero, under an offset of whole
-// seconds, and reads a date in the range. Then seconds are all there is to
-// subtract, and one unsigned division gives the day and the second of the day.
-[[gnu::always_inline]] inline bool ka_time_and_date::is_regular(ka_time& std_time,
-                                                                ka_date& std_date) const noexcept
-{
-    constexpr long long first_second = ka_date::first_day * 86400ll;
-    constexpr long long last_second = ka_date::last_day * 86400ll + 86399;
-
-    const ka_time_period& offset = zone_->offset_;
-    const long long seconds = ka_time_period::wrapping_difference(instant_.seconds_, offset.seconds_);
-    if (seconds < first_second || seconds > last_second || instant_.microseconds_ < 0 ||
-        offset.microseconds_ != 0) [[unlikely]]
-        return false;
-    const auto day = static_cast<unsigned int>(static_cast<unsigned long long>(seconds) / 86400);
-    const auto second = static_cast<unsigned int>(seconds) - day * 86400u;
-    std_time = ka_time::unchecked(static_cast<int>(second), instant_.microseconds_);
-    std_date = ka_date::unchecked(static_cast<int>(day));
-    return true;
-}
-
-/// Whether a time stays in its day when it moves, by whole seconds.
-inline bool ka_time_and_date::stays_in_day(const ka_time& time, const ka_time_period& adjustment) noexcept
-{
-    const auto second = static_cast<unsigned long long>(time.second_of_day()) +
-                        static_cast<unsigned long long>(adjustment.seconds_);
-    return second < 86400 && adjustment.microseconds_ == 0;
-}
-
-inline ka_time ka_time_and_date::moved_in_day(const ka_time& time, const ka_time_period& adjustment) noexcept
-{
-    return ka_time::unchecked(static_cast<int>(time.second_of_day()) + adjustment.to_seconds(),
-                              static_cast<int>(time.microseconds()));
-}
-
 ka_date ka_time_and_date::moved_date(const ka_time_period& adjustment) const
 {
     return ka_date(instant_ - zone_->offset_ + adjustment);
-}
-
-[[gnu::always_inline]] inline ka_time_and_date::reading ka_time_and_date::local() const
-{
-    ka_time time;
-    ka_date date;
-    reading now;
-    if (is_regular(time, date)) [[likely]] {
-        now.day = ka_date::split(date.julian_day());
-        const ka_time_zone_rule* const rule = zone_->rule_in_month(time, date, now.day.year, now.day.month);
-        now.is_dst = rule != nullptr;
-        now.date = date;
-        if (rule == nullptr) {
-            now.time = time;
-            return now;
-        }
-        if (stays_in_day(time, rule->adjustment())) [[likely]] {
-            now.time = moved_in_day(time, rule->adjustment());
-            return now;
-        }
-        const reading moved = moved_local(rule->adjustment());
-        now = moved;
-    } else {
-        const reading irregular = irregular_local();
-        now = irregular;
-    }
-    return now;
 }
 
 ka_time_and_date::reading ka_time_and_date::irregular_local() const
@@ -259,35 +216,27 @@ ka_time_and_date::operator std::tm() const
 
 ka_time_and_date ka_time_and_date::now_if_available()
 {
-    const platform::wall_clock clock = platform::read_wall_clock();
-    return ka_time_and_date(ka_time(clock.since_midnight()), ka_date(clock.local));
+    ka_time_and_date moment;
+    moment.read_clock();
+    return moment;
 }
 
 ka_time_and_date ka_time_and_date::now()
 {
-    const ka_time_and_date moment = now_if_available();
-    if (moment.date() == min_date())
+    ka_time_and_date moment;
+    if (moment.read_clock() == min_date())
         throw_error(error_code::failure, {__FILE__, __LINE__}, "Could not determine current time and date");
     return moment;
 }
 
-std::string ka_time_and_date::text_of(std::string_view format, const ka_time_and_date& value)
+ka_date ka_time_and_date::read_clock()
 {
-    const reading now = value.local();
-    const unsigned int second_of_day = now.time.second_of_day();
-    const unsigned int minute_of_day = second_of_day / 60;
-    return made_text(
-        format, {{minute_of_day / 60, minute_of_day % 60, second_of_day % 60, now.day.month, now.day.day},
-                 now.time.microseconds(),
-                 now.day.year,
-                 now.is_dst,
-                 now.date.julian_day(),
-                 *value.zone_});
-}
-
-std::string ka_time_and_date::to_string(const char* format) const
-{
-    return text_of(format == nullptr ? std::string_view(*default_time_and_date_format_) : format, *this);
+    const platform::wall_clock clock = platform::read_wall_clock();
+    const ka_date date(clock.local);
+    const bool is_dst = set_local(ka_time(clock.since_midnight()), date) != nullptr;
+    // With no rule in effect the standard clock shows what was read, and asking
+    // again would be to ask the same.
+    return is_dst ? this->date() : date;
 }
 
 void ka_time_and_date::print(std::ostream& stream) const { stream << to_string(nullptr); }

@@ -1,0 +1,192 @@
+#include <ctime>
+#include <deque>
+#include <optional>
+#include <random>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include <time/time_varnel.h>
+
+// The library takes short cuts to what a moment reads and which rule is in
+// effect. Here both are worked out step by step, with rules, offsets and instants
+// of which many are out of the ordinary.
+
+namespace {
+
+/// The result of an operation, or the symbol of its error.
+template <typename Operation>
+std::string result_of(Operation operation)
+{
+    try {
+        return operation();
+    } catch (const ka_time_varnel_error& error) {
+        return ka_time_varnel_error::symbol(error.code());
+    }
+}
+
+std::string shown(const ka_time_period& period)
+{
+    const timeval fields = period;
+    return std::to_string(fields.tv_sec) + "." + std::to_string(fields.tv_usec);
+}
+
+/// A simple rule as its definition has it, asked like a rule of a host's own.
+class stepwise_rule : public ka_time_zone_rule {
+public:
+    stepwise_rule(const ka_calendar_date& start, const ka_calendar_date& end, short first, short last,
+                  const ka_time_period& adjustment)
+        : ka_time_zone_rule(start, end, first, last, adjustment)
+    {}
+
+    bool is_in_effect(const ka_time& time, const ka_date& date) const override
+    {
+        const short year = date.year();
+        if (year < start_year() || (end_year() != 0 && end_year() < year))
+            return false;
+        const ka_date start = start_point().date(year);
+        const ka_date end = end_point().date(year);
+        if (end < start ? date < start && end < date : date < start || end < date)
+            return false;
+        if (date == start && time < start_point().time())
+            return false;
+        return !(date == end && end_point().time() <= time);
+    }
+};
+
+class zones : public testing::Test {
+protected:
+    long long pick(long long low, long long high)
+    {
+        return low + static_cast<long long>(random_() % static_cast<unsigned long long>(high - low + 1));
+    }
+    bool one_in(int count) { return pick(1, count) == 1; }
+
+    ka_calendar_date& point()
+    {
+        const ka_time_period when(pick(0, 100000), one_in(4) ? 1 : 0);
+        const auto month = static_cast<unsigned short>(pick(1, 12));
+        if (one_in(3))
+            return points_.emplace_back(when, month, static_cast<unsigned short>(pick(1, 31)));
+        const auto week = static_cast<ka_which_one>(one_in(8) ? pick(-7, 7) : pick(1, 4));
+        return points_.emplace_back(when, month, week, static_cast<unsigned short>(pick(1, 7)));
+    }
+
+    ka_time_period shift()
+    {
+        if (one_in(4))
+            return ka_time_period(pick(-200000, 200000));
+        return one_in(4) ? ka_time_period(pick(0, 3), 999999) : ka_time_period(pick(-2, 2) * 1800);
+    }
+
+    /// Two zones of the same rules, the second with those worked out stepwise.
+    void make_zones()
+    {
+        const ka_time_period offset = shift();
+        quick_.emplace(offset);
+        stepwise_.emplace(offset);
+        for (long long count = pick(0, 7); count > 0; --count) {
+            const auto first = static_cast<short>(one_in(4) ? pick(32760, 32766) : pick(1990, 2030));
+            const auto last = static_cast<short>(one_in(2) ? 0 : first + pick(0, 1));
+            ka_calendar_date& start = point();
+            ka_calendar_date& end = one_in(8) ? start : point();
+            const ka_time_period adjustment = shift();
+            quick_->insert(quick_rules_.emplace_back(start, end, first, last, adjustment));
+            stepwise_->insert(stepwise_rules_.emplace_back(start, end, first, last, adjustment));
+        }
+    }
+
+    std::mt19937_64 random_{7};
+    std::deque<ka_calendar_date> points_;
+    std::deque<ka_simple_time_zone_rule> quick_rules_;
+    std::deque<stepwise_rule> stepwise_rules_;
+    std::optional<ka_time_zone> quick_;
+    std::optional<ka_time_zone> stepwise_;
+};
+
+/// What a moment shows, by the operations that show it.
+std::string read(const ka_time_and_date& moment)
+{
+    const auto time = result_of([&] { return shown(moment.time()); });
+    const auto date = result_of([&] { return std::to_string(moment.date().julian_day()); });
+    const auto fields = result_of([&] {
+        const std::tm all = moment;
+        char text[60];
+        return std::string(text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S %j %w ", &all)) +
+               std::to_string(all.tm_isdst);
+    });
+    return time + " " + date + " " + fields;
+}
+
+/// The same from the definitions, and from what date and time show themselves.
+std::string read_stepwise(const ka_time_period& instant, const ka_time_zone& zone)
+{
+    const ka_time_period standard = instant - zone.offset();
+    const auto std_date = [&] { return ka_date() + (standard - ka_time_period(2440588, 0, 0, 0)); };
+    const auto local_time = [&] {
+        return ka_time(standard) + zone.dst_adjustment(ka_time(standard), std_date());
+    };
+    const auto local_date = [&] {
+        const ka_time_period local = standard + zone.dst_adjustment(ka_time(standard), std_date());
+        return ka_date() + (local - ka_time_period(2440588, 0, 0, 0));
+    };
+    const auto time = result_of([&] { return shown(local_time()); });
+    const auto date = result_of([&] { return std::to_string(local_date().julian_day()); });
+    const auto fields = result_of([&] {
+        return local_date().to_string("%Y-%m-%d ") + local_time().to_string("%H:%M:%S ") +
+               local_date().to_string("%j %w ") + (zone.is_dst(ka_time(standard), std_date()) ? "1" : "0");
+    });
+    return time + " " + date + " " + fields;
+}
+
+TEST_F(zones, rules_and_readings_are_those_of_the_steps)
+{
+    for (int round = 0; round < 40000; ++round) {
+        if (round % 20 == 0)
+            make_zones();
+        const short year = static_cast<short>(one_in(6) ? pick(32765, 32766) : pick(1989, 2032));
+        ka_date date(1, 1, year);
+        date += ka_time_period(pick(0, 364) * 86400);
+        const ka_time time(ka_time_period(pick(0, 86399), one_in(2) ? 0 : 999999));
+        const auto ask = [&](const ka_time_zone& zone) {
+            return result_of(
+                [&] { return shown(zone.dst_adjustment(time, date)) + " " + zone.name(time, date); });
+        };
+        ASSERT_EQ(ask(*quick_), ask(*stepwise_)) << date.to_string("%Y-%m-%d ") << time.to_string();
+
+        ka_time_and_date moment;
+        moment.time_zone(*quick_);
+        moment.utc_time_and_date(time, date);
+        ASSERT_EQ(read(moment), read_stepwise(moment.utc_time_and_date(), *stepwise_))
+            << date.to_string("%Y-%m-%d ") << time.to_string();
+
+        const auto set = result_of([&] {
+            moment.time_and_date(time, date);
+            return shown(moment.utc_time_and_date());
+        });
+        const auto expected = result_of([&] {
+            const ka_time_period offset = stepwise_->offset(time, date);
+            return shown((date - ka_date(38)) + ka_time_period(38, 0, 0, 0) + time + offset);
+        });
+        ASSERT_EQ(set, expected) << date.to_string("%Y-%m-%d ") << time.to_string();
+    }
+}
+
+TEST(moments_near_day_zero, carry_like_all_others)
+{
+    ka_date date = ka_date::min_date();
+    for (int day = date.julian_day(); day > 0; --day)
+        --date;
+    const ka_time time(0, 0, 1, 500000);
+    const ka_time_zone west(ka_time_period(10)), east(ka_time_period(-10));
+    ka_time_and_date moment;
+    moment.time_and_date(time, date, east);
+    EXPECT_EQ(shown(moment.utc_time_and_date()), "-8.-500000");
+    --date;
+    moment.utc_time_and_date(time, date);
+    EXPECT_EQ(shown(moment.utc_time_and_date()), "-86398.-500000");
+    moment.time_and_date(time, date, west);
+    EXPECT_EQ(shown(moment.utc_time_and_date()), "-86388.-500000");
+}
+
+}
