@@ -50,6 +50,12 @@ TEST(formats, years_and_eras)
         text += ka_date(5, 6, year).to_string("%Y|%s|%C|%y|%f; ");
     EXPECT_EQ(text, "-4713|4713|-47|-13|4713 B.C.; -44|44|0|-44|44 B.C.; "
                     "-5|5|0|-05|5 B.C.; 5|5|0|05|5 A.D.; 999|999|9|99|999 A.D.; 1000|1000|10|00|1000; ");
+    ka_date beyond = ka_date::max_date();
+    ++beyond;
+    EXPECT_EQ(beyond.to_string("%Y %m %d"), "32767 01 01");
+    for (const char* code : {"%a", "%A", "%j", "%U"})
+        expect_error("invalid_date", "Month( 1 ), day( 1 ), year( 32767 )", "time/src/date",
+                     [&] { beyond.to_string(code); });
 }
 
 TEST(formats, codes_that_strftime_has_too)
