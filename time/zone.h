@@ -121,6 +121,9 @@ private:
     /// The rule in effect, for a caller who has year and month of the date.
     KA_TIME_VARNEL_INTERNAL const ka_time_zone_rule* rule_in_month(const ka_time& time, const ka_date& date,
                                                                    int year, unsigned int month) const;
+    /// The rule in effect, with no short way.
+    KA_TIME_VARNEL_INTERNAL const ka_time_zone_rule* rule_by_asking(const ka_time& time,
+                                                                    const ka_date& date) const;
     /// As `rule(time, date)`.
     KA_TIME_VARNEL_INTERNAL const ka_time_zone_rule* rule_at(const ka_time& time, const ka_date& date) const;
 
@@ -152,4 +155,6 @@ private:
     ka_time_period offset_;
     std::unique_ptr<ka_time_zone_rule*[]> rules_;
     int count_ = 0;
+    /// Whether no rule is of a host's own kind.
+    bool all_simple_ = true;
 };

@@ -37,18 +37,25 @@ inline char* write_six_places(char* out, unsigned int value) noexcept
 inline constexpr int most_digits = 20;
 
 /// Writes a number so that it ends before `end`, and returns its first digit.
-template <typename Unsigned>
-char* write_before(char* end, Unsigned value) noexcept
+inline char* write_before(char* end, unsigned long long number) noexcept
 {
-    for (; value >= 100; value /= 100) {
-        end -= 2;
-        write_two_places(end, static_cast<unsigned int>(value % 100));
+    // Four digits at a time, of which a division of 32 bits makes two pairs.
+    for (; number >= 10000; number /= 10000) {
+        const auto four = static_cast<unsigned int>(number % 10000);
+        end -= 4;
+        write_two_places(write_two_places(end, four / 100), four % 100);
     }
-    if (value < 10) {
-        *--end = static_cast<char>('0' + value);
+    auto rest = static_cast<unsigned int>(number);
+    if (rest >= 100) {
+        end -= 2;
+        write_two_places(end, rest % 100);
+        rest /= 100;
+    }
+    if (rest < 10) {
+        *--end = static_cast<char>('0' + rest);
         return end;
     }
     end -= 2;
-    write_two_places(end, static_cast<unsigned int>(value));
+    write_two_places(end, rest);
     return end;
 }

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <typeinfo>
-
 #include <time/zone.h>
 
 #include "rule_check.h"
@@ -9,25 +7,15 @@
 // The way from a time on a date to the rule in effect. Each reading of a moment
 // goes it, so its short part is compiled into each: months tell most of it.
 
-/// Whether a rule is of the library's own kind, to which its year and month can
-/// be told. A rule derived from that kind is not.
-inline bool is_simple(const ka_time_zone_rule& rule) noexcept
-{
-    return &typeid(rule) == &typeid(ka_simple_time_zone_rule);
-}
-
 [[gnu::always_inline]] inline const ka_time_zone_rule*
 ka_time_zone::rule_in_month(const ka_time& time, const ka_date& date, int year, unsigned int month) const
 {
+    if (!all_simple_) [[unlikely]]
+        return rule_by_asking(time, date);
     const bool is_regular = rule_check::is_regular_year(year);
     const ka_time_zone_rule* const* const end = rules_.get() + count_;
     for (const ka_time_zone_rule* const* slot = rules_.get(); slot != end; ++slot) {
         const ka_time_zone_rule& asked = **slot;
-        if (!is_simple(asked)) [[unlikely]] {
-            if (asked.is_in_effect(time, date))
-                return &asked;
-            continue;
-        }
         if (!rule_check::covers(asked, static_cast<short>(year)))
             continue;
         const ka_calendar_date& start_point = asked.start_point();

@@ -31,7 +31,7 @@ std::string ka_wint::to_string(ka_base radix, bool upper) const
         char* begin = write_before(end, magnitude());
         if (negative_)
             *--begin = '-';
-        return std::string(begin, end);
+        return std::string(begin, static_cast<std::size_t>(end - begin));
     }
 
     char digits[binary_digits];

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <ostream>
+#include <typeinfo>
 
 #include "rule_lookup.h"
 
@@ -29,6 +30,7 @@ bool ka_time_zone::insert(ka_time_zone_rule& rule) noexcept
     std::move_backward(place, end, end + 1);
     *place = &rule;
     ++count_;
+    all_simple_ = all_simple_ && typeid(rule) == typeid(ka_simple_time_zone_rule);
     return true;
 }
 
@@ -40,6 +42,14 @@ const ka_time_zone_rule* ka_time_zone::rule(int index) const noexcept
 const ka_time_zone_rule* ka_time_zone::rule(const ka_time& time, const ka_date& date) const
 {
     return rule_at(time, date);
+}
+
+const ka_time_zone_rule* ka_time_zone::rule_by_asking(const ka_time& time, const ka_date& date) const
+{
+    for (int slot = 0; slot < count_; ++slot)
+        if (rule(slot)->is_in_effect(time, date))
+            return rule(slot);
+    return nullptr;
 }
 
 ka_time_period ka_time_zone::offset(const ka_time& time, const ka_date& date) const
