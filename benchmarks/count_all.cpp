@@ -8,7 +8,8 @@
 
 // Run under callgrind, which writes one file for each row, with its name in it.
 // The first row is the loop alone, which the other rows have in them, and the
-// second what the C runtime needs for the present time. With "goals" it prints what each operation has to reach.
+// second what the C runtime needs for the present time. With "goals" it prints
+// what each operation has to reach.
 
 namespace {
 

@@ -226,9 +226,12 @@ private:
     /// The reading, and the date of it, under an adjustment of any length.
     KA_TIME_VARNEL_INTERNAL reading moved_local(const ka_time_period& adjustment) const;
     KA_TIME_VARNEL_INTERNAL ka_date moved_date(const ka_time_period& adjustment) const;
-    /// Writes the standard clock and returns true, where it takes no more than
-    /// a subtraction of seconds.
-    KA_TIME_VARNEL_INTERNAL bool is_regular(ka_time& std_time, ka_date& std_date) const noexcept;
+    /// Writes the seconds of the standard clock. Returns whether there is
+    /// nothing else to it but the microseconds of the instant.
+    KA_TIME_VARNEL_INTERNAL bool is_regular(long long& std_seconds) const noexcept;
+    /// The halves of a regular standard clock.
+    KA_TIME_VARNEL_INTERNAL static ka_date regular_date(long long std_seconds) noexcept;
+    KA_TIME_VARNEL_INTERNAL ka_time regular_time(long long std_seconds) const noexcept;
     /// Whether a time stays in its day when it moves, by whole seconds.
     KA_TIME_VARNEL_INTERNAL static bool stays_in_day(const ka_time& time,
                                                      const ka_time_period& adjustment) noexcept;

@@ -257,6 +257,10 @@ struct cursor {
         }
         const auto code = static_cast<unsigned char>(*now.place);
         const number shown = number_of_letter[code];
+        if (shown < numbers_of_two_places) {
+            now = {write_two_places(now.at, value.two_places[shown]), now.place + 1};
+            continue;
+        }
         if (shown != no_number) {
             now = {put_shown(now.at, shown, value), now.place + 1};
             continue;

@@ -12,7 +12,6 @@ ka_time_zone::rule_in_month(const ka_time& time, const ka_date& date, int year, 
 {
     if (!all_simple_) [[unlikely]]
         return rule_by_asking(time, date);
-    const bool is_regular = rule_check::is_regular_year(year);
     const ka_time_zone_rule* const* const end = rules_.get() + count_;
     for (const ka_time_zone_rule* const* slot = rules_.get(); slot != end; ++slot) {
         const ka_time_zone_rule& asked = **slot;
@@ -23,7 +22,8 @@ ka_time_zone::rule_in_month(const ka_time& time, const ka_date& date, int year, 
         const unsigned int start_month = start_point.month();
         const unsigned int end_month = end_point.month();
         bool is_within = false;
-        if (start_month == end_month || !is_regular || !rule_check::is_in_every_month(start_point.week()) ||
+        if (start_month == end_month || !rule_check::is_regular_year(year) ||
+            !rule_check::is_in_every_month(start_point.week()) ||
             !rule_check::is_in_every_month(end_point.week())) [[unlikely]]
             is_within = rule_check::is_within_points(asked, time, date, year, month);
         else if (month == start_month)

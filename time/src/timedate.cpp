@@ -152,12 +152,13 @@ ka_time_and_date::reading ka_time_and_date::moved_local(const ka_time_period& ad
 
 ka_time ka_time_and_date::time() const
 {
-    ka_time time;
-    ka_date date;
-    if (!is_regular(time, date)) {
-        time = std_time();
-        date = std_date();
+    long long seconds = 0;
+    if (!is_regular(seconds)) [[unlikely]] {
+        const ka_time_zone_rule* const rule = zone_->rule(std_time(), std_date());
+        return rule == nullptr ? std_time() : std_time() + rule->adjustment();
     }
+    const ka_time time = regular_time(seconds);
+    const ka_date date = regular_date(seconds);
     const ka_time_zone_rule* const rule = zone_->rule_at(time, date);
     if (rule == nullptr)
         return time;
@@ -168,10 +169,11 @@ ka_time ka_time_and_date::time() const
 
 ka_date ka_time_and_date::date() const
 {
-    ka_time time;
-    ka_date date;
-    if (!is_regular(time, date))
+    long long seconds = 0;
+    if (!is_regular(seconds)) [[unlikely]]
         return irregular_local().date;
+    const ka_time time = regular_time(seconds);
+    const ka_date date = regular_date(seconds);
     const ka_time_zone_rule* const rule = zone_->rule_at(time, date);
     if (rule == nullptr || stays_in_day(time, rule->adjustment())) [[likely]]
         return date;
@@ -188,11 +190,10 @@ ka_date ka_time_and_date::utc_date() const { return ka_date(instant_); }
 
 bool ka_time_and_date::is_dst() const
 {
-    ka_time time;
-    ka_date date;
-    if (!is_regular(time, date))
+    long long seconds = 0;
+    if (!is_regular(seconds)) [[unlikely]]
         return zone_->rule(std_time(), std_date()) != nullptr;
-    return zone_->rule_at(time, date) != nullptr;
+    return zone_->rule_at(regular_time(seconds), regular_date(seconds)) != nullptr;
 }
 
 ka_time_and_date::operator std::tm() const
