@@ -125,17 +125,15 @@ public:
 
     constexpr ka_time_period operator+(const ka_time_period& other) const noexcept
     {
-        // Below two seconds: one second is carried at most, and then one moves
-        // where the signs differ. Each is -1, 0 or 1, and where both are not 0
-        // they are equal.
-        const int fraction = microseconds_ + other.microseconds_;
-        const int carried = (fraction >= microseconds_per_second) - (fraction <= -microseconds_per_second);
-        const long long seconds = wrapping_sum(wrapping_sum(seconds_, other.seconds_), carried);
-        const int moved = ((seconds < 0) & (fraction > 0)) - ((seconds > 0) & (fraction < 0));
-        return unchecked(seconds + moved, fraction - (carried | moved) * microseconds_per_second);
+        return carried(wrapping_sum(seconds_, other.seconds_), microseconds_ + other.microseconds_);
     }
     /// As `*this + -other`; it throws only where that minus does.
-    constexpr ka_time_period operator-(const ka_time_period& other) const { return *this + -other; }
+    constexpr ka_time_period operator-(const ka_time_period& other) const
+    {
+        if (can_lack_opposite(other)) [[unlikely]]
+            return *this + -other;
+        return carried(wrapping_difference(seconds_, other.seconds_), microseconds_ - other.microseconds_);
+    }
     /// Throws `invalid_time_period` where the seconds have no opposite and
     /// microseconds stand beside them: the lowest seconds alone wrap to
     /// themselves.
@@ -209,6 +207,25 @@ private:
     static constexpr bool are_of_opposite_signs(long long seconds, int microseconds) noexcept
     {
         return (seconds ^ microseconds) < 0 && seconds != 0 && microseconds != 0;
+    }
+
+    /// Whether the minus of a period has to be looked at: it throws for some of
+    /// these, for no others.
+    static constexpr bool can_lack_opposite(const ka_time_period& period) noexcept
+    {
+        constexpr long long lowest = -0x7fffffffffffffff - 1;
+        return (period.seconds_ ^ period.microseconds_) < 0 || period.seconds_ == lowest;
+    }
+
+    /// A period of seconds and a fraction below two of them: one second is
+    /// carried at most, and then one moves where the signs differ. Each is -1, 0
+    /// or 1, and where both are not 0 they are equal.
+    static constexpr ka_time_period carried(long long seconds, int fraction) noexcept
+    {
+        const int carry = (fraction >= microseconds_per_second) - (fraction <= -microseconds_per_second);
+        seconds = wrapping_sum(seconds, carry);
+        const int moved = ((seconds < 0) & (fraction > 0)) - ((seconds > 0) & (fraction < 0));
+        return unchecked(seconds + moved, fraction - (carry | moved) * microseconds_per_second);
     }
 
     /// Stores the two fields, once the excess of the microseconds has gone to
