@@ -53,10 +53,10 @@ const column<ka_wint>& short_wints()
     return made;
 }
 
-void wint_text()
+auto wint_text()
 {
     const auto& in = long_wints();
-    for_each_input([&](std::size_t i) { return in[i].to_string(); });
+    return [&in](std::size_t i) { return in[i].to_string(); };
 }
 
 void wint_multiply()
@@ -93,7 +93,7 @@ std::vector<operation> arithmetic_operations()
         {"period - period", subtract, 1.2, 22},
         {"period < period", compare, 1.0, 8},
         {"period / int", divide, 1.5, 40},
-        {"ka_wint to 12 digits", wint_text, 1.0, 230},
+        {"ka_wint to 12 digits", run_all<wint_text>, 1.0, 230, result_of<wint_text>},
         {"ka_wint * ka_wint", wint_multiply, 2.5, 20},
         {"ka_wint / ka_wint", wint_divide, 1.1, 32},
         {"a refused value, thrown and caught", refuse, 0.6, 0},

@@ -1,12 +1,17 @@
 #pragma once
 
 #include <cstddef>
+#include <ctime>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 /// A batch runs an operation over all inputs, and keeps every result.
 using batch = void (*)();
+
+/// Tells the result for one input as text: the same for the same result.
+using result_text = std::string (*)(std::size_t);
 
 constexpr std::size_t batch_size = 4096;
 
@@ -18,6 +23,7 @@ struct operation {
     batch run;
     double goal_ratio;
     int goal_instructions;
+    result_text result = nullptr;
 };
 
 /// The operations by topic; `all_operations` is the one list.
@@ -32,6 +38,7 @@ struct peer {
     const char* operation;
     const char* name;
     batch run;
+    result_text result = nullptr;
 };
 
 /// Each source of peers that is built adds its rows here.
@@ -55,3 +62,21 @@ template <typename Function>
     for (std::size_t i = 0; i < batch_size; ++i)
         keep(function(i));
 }
+
+/// The batch of what `Make` returns, a function of an index.
+template <auto Make>
+void run_all()
+{
+    for_each_input(Make());
+}
+
+/// Its result for one input; `Show` makes a text of it.
+template <auto Make, auto Show = std::identity()>
+std::string result_of(std::size_t i)
+{
+    return Show(Make()(i));
+}
+
+/// A reading of a clock as text, for `result_of`.
+std::string reading_text(long long year, int month, int day, int hour, int minute, int second, bool is_dst);
+std::string fields_text(const std::tm& fields);

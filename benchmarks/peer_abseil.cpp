@@ -4,10 +4,13 @@
 
 namespace {
 
-absl::TimeZone pacific()
+const absl::TimeZone& pacific()
 {
-    absl::TimeZone zone;
-    absl::LoadTimeZone("America/Los_Angeles", &zone);
+    static const absl::TimeZone zone = [] {
+        absl::TimeZone made;
+        absl::LoadTimeZone("America/Los_Angeles", &made);
+        return made;
+    }();
     return zone;
 }
 
@@ -16,34 +19,40 @@ column<absl::Time> moments(const column<long long>& seconds)
     return made_column([&](std::size_t i) { return absl::FromUnixSeconds(seconds[i]); });
 }
 
-void read_all(const column<absl::Time>& in)
+std::string shown(const absl::TimeZone::CivilInfo& reading)
 {
-    const absl::TimeZone zone = pacific();
-    for_each_input([&](std::size_t i) { return zone.At(in[i]); });
+    const auto& at = reading.cs;
+    return reading_text(at.year(), at.month(), at.day(), at.hour(), at.minute(), at.second(), reading.is_dst);
 }
 
-void read_early()
+auto reading(const column<absl::Time>& in)
+{
+    return [&in, zone = pacific()](std::size_t i) { return zone.At(in[i]); };
+}
+
+auto read_early()
 {
     static const auto in = moments(inputs().early);
-    read_all(in);
+    return reading(in);
 }
 
-void read_late()
+auto read_late()
 {
     static const auto in = moments(inputs().late);
-    read_all(in);
+    return reading(in);
 }
 
-void read_one_day()
+auto read_one_day()
 {
     static const auto in = moments(inputs().one_day);
-    read_all(in);
+    return reading(in);
 }
 
-void set_all(const column<absl::CivilSecond>& in)
+std::string second_shown(const absl::Time& instant) { return std::to_string(absl::ToUnixSeconds(instant)); }
+
+auto setting(const column<absl::CivilSecond>& in)
 {
-    const absl::TimeZone zone = pacific();
-    for_each_input([&](std::size_t i) { return absl::FromCivil(in[i], zone); });
+    return [&in, zone = pacific()](std::size_t i) { return absl::FromCivil(in[i], zone); };
 }
 
 column<absl::CivilSecond> local_times(const column<long long>& seconds)
@@ -52,29 +61,28 @@ column<absl::CivilSecond> local_times(const column<long long>& seconds)
         [&](std::size_t i) { return absl::ToCivilSecond(absl::FromUnixSeconds(seconds[i]), pacific()); });
 }
 
-void set_early()
+auto set_early()
 {
     static const auto in = local_times(inputs().early);
-    set_all(in);
+    return setting(in);
 }
 
-void set_late()
+auto set_late()
 {
     static const auto in = local_times(inputs().late);
-    set_all(in);
+    return setting(in);
 }
 
-void print_all(const char* format)
+auto printing(const char* format)
 {
     static const auto in = made_column([](std::size_t i) {
         return absl::FromUnixMicros(inputs().early[i] * 1000000 + inputs().microseconds[i]);
     });
-    const absl::TimeZone zone = pacific();
-    for_each_input([&](std::size_t i) { return absl::FormatTime(format, in[i], zone); });
+    return [format, zone = pacific()](std::size_t i) { return absl::FormatTime(format, in[i], zone); };
 }
 
-void with_microseconds() { print_all("%Y-%m-%d %H:%M:%E6S"); }
-void with_names() { print_all("%A, %d %B %Y, %H:%M:%S (%a, %b)"); }
+auto with_microseconds() { return printing("%Y-%m-%d %H:%M:%E6S"); }
+auto with_names() { return printing("%A, %d %B %Y %I:%M:%S %p"); }
 
 template <int Which>
 const column<absl::Duration>& durations()
@@ -114,14 +122,16 @@ void divide()
 }
 
 const peers rows = {
-    {"operator tm, 1970 to 2037", "Abseil", read_early},
-    {"time(), date(), is_dst(), 1970 to 2037", "Abseil", read_early},
-    {"operator tm, 2040 to 2100", "Abseil", read_late},
-    {"operator tm, one day in ascending order", "Abseil", read_one_day},
-    {"local to universal, 1970 to 2037", "Abseil", set_early},
-    {"local to universal, 2040 to 2100", "Abseil", set_late},
-    {"moment to date, time, microseconds", "Abseil", with_microseconds},
-    {"moment to a long text with names", "Abseil", with_names},
+    {"operator tm, 1970 to 2037", "Abseil", run_all<read_early>, result_of<read_early, shown>},
+    {"time(), date(), is_dst(), 1970 to 2037", "Abseil", run_all<read_early>, result_of<read_early, shown>},
+    {"operator tm, 2040 to 2100", "Abseil", run_all<read_late>, result_of<read_late, shown>},
+    {"operator tm, one day in ascending order", "Abseil", run_all<read_one_day>,
+     result_of<read_one_day, shown>},
+    {"local to universal, 1970 to 2037", "Abseil", run_all<set_early>, result_of<set_early, second_shown>},
+    {"local to universal, 2040 to 2100", "Abseil", run_all<set_late>, result_of<set_late, second_shown>},
+    {"moment to date, time, microseconds", "Abseil", run_all<with_microseconds>,
+     result_of<with_microseconds>},
+    {"moment to a long text with names", "Abseil", run_all<with_names>, result_of<with_names>},
     {"period + period", "Abseil", add},
     {"period - period", "Abseil", subtract},
     {"period < period", "Abseil", compare},

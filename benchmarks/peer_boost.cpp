@@ -66,6 +66,20 @@ const column<period>& periods()
     return made;
 }
 
+void add()
+{
+    const auto& a = periods<0>();
+    const auto& b = periods<1>();
+    for_each_input([&](std::size_t i) { return a[i] + b[i]; });
+}
+
+void subtract()
+{
+    const auto& a = periods<0>();
+    const auto& b = periods<1>();
+    for_each_input([&](std::size_t i) { return a[i] - b[i]; });
+}
+
 void compare()
 {
     const auto& a = periods<0>();
@@ -111,6 +125,8 @@ const peers rows = {
     {"month(), day(), year()", "Boost", split},
     {"ka_date(month, day, year), checked", "Boost", checked_date},
     {"weekday()", "Boost", weekday},
+    {"period + period", "Boost", add},
+    {"period - period", "Boost", subtract},
     {"period < period", "Boost", compare},
     {"period / int", "Boost", divide},
     {"ka_wint * ka_wint", "Boost", wide_multiply},

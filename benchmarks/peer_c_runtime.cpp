@@ -1,7 +1,6 @@
 #include <sys/time.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <ctime>
 #include <sstream>
 #include <stdexcept>
@@ -21,33 +20,35 @@ std::tm local(std::time_t moment)
     return fields;
 }
 
-void read_all(const column<long long>& in)
+auto reading(const column<long long>& in)
 {
-    for_each_input([&](std::size_t i) { return local(in[i]); });
+    return [&in](std::size_t i) { return local(in[i]); };
 }
 
-void read_early() { read_all(inputs().early); }
-void read_late() { read_all(inputs().late); }
-void read_one_day() { read_all(inputs().one_day); }
+auto read_early() { return reading(inputs().early); }
+auto read_late() { return reading(inputs().late); }
+auto read_one_day() { return reading(inputs().one_day); }
 
-void set_all(const column<std::tm>& in)
+std::string second_shown(std::time_t moment) { return std::to_string(moment); }
+
+auto setting(const column<std::tm>& in)
 {
-    for_each_input([&](std::size_t i) {
+    return [&in](std::size_t i) {
         std::tm fields = in[i];
         return std::mktime(&fields);
-    });
+    };
 }
 
-void set_early()
+auto set_early()
 {
     static const auto in = made_column([](std::size_t i) { return local(inputs().early[i]); });
-    set_all(in);
+    return setting(in);
 }
 
-void set_late()
+auto set_late()
 {
     static const auto in = made_column([](std::size_t i) { return local(inputs().late[i]); });
-    set_all(in);
+    return setting(in);
 }
 
 void now()
@@ -66,41 +67,43 @@ std::string text(const char* format, const std::tm& fields)
     return std::string(out, size);
 }
 
-void with_microseconds()
+auto with_microseconds()
 {
     const auto& in = inputs();
-    for_each_input([&](std::size_t i) {
+    return [&in](std::size_t i) {
         const std::tm fields = local(in.early[i]);
         char out[128];
         const std::size_t size = std::strftime(out, sizeof out, "%Y-%m-%d %H:%M:%S", &fields);
         const int more = std::snprintf(out + size, sizeof out - size, ".%06d", in.microseconds[i]);
         return std::string(out, size + static_cast<std::size_t>(more));
-    });
+    };
 }
 
-void with_names()
+auto with_names()
 {
     const auto& in = inputs().early;
-    for_each_input([&](std::size_t i) { return text("%A, %d %B %Y, %H:%M:%S (%a, %b)", local(in[i])); });
+    return [&in](std::size_t i) { return text("%A, %d %B %Y %I:%M:%S %p", local(in[i])); };
 }
 
-void date()
+auto date_text()
 {
     static const auto in = made_column([](std::size_t i) { return local(inputs().early[i]); });
-    for_each_input([&](std::size_t i) { return text("%m/%d/%Y", in[i]); });
+    return [](std::size_t i) { return text("%m/%d/%Y", in[i]); };
 }
 
-void time()
+auto clock_text()
 {
     static const auto in = made_column([](std::size_t i) { return local(inputs().early[i]); });
-    for_each_input([&](std::size_t i) { return text("%H:%M:%S:000000", in[i]); });
+    return [](std::size_t i) { return text("%H:%M:%S:000000", in[i]); };
 }
 
 template <int Which>
 const column<timeval>& intervals()
 {
     static const auto made = made_column([](std::size_t i) {
-        return timeval{inputs().seconds[Which][i], std::abs(inputs().fractions[Which][i])};
+        const long long seconds = inputs().seconds[Which][i];
+        const int fraction = inputs().fractions[Which][i];
+        return fraction < 0 ? timeval{seconds - 1, fraction + 1000000} : timeval{seconds, fraction};
     });
     return made;
 }
@@ -127,10 +130,17 @@ void subtract()
     });
 }
 
-void number_text()
+void compare()
+{
+    const auto& a = intervals<0>();
+    const auto& b = intervals<1>();
+    for_each_input([&](std::size_t i) { return timercmp(&a[i], &b[i], <); });
+}
+
+auto number_text()
 {
     const auto& in = inputs().long_numbers;
-    for_each_input([&](std::size_t i) { return std::to_string(in[i]); });
+    return [&in](std::size_t i) { return std::to_string(in[i]); };
 }
 
 /// A function of its own, as whoever refuses a value has.
@@ -154,20 +164,25 @@ void refuse()
 }
 
 const peers rows = {
-    {"operator tm, 1970 to 2037", "localtime_r", read_early},
-    {"time(), date(), is_dst(), 1970 to 2037", "localtime_r", read_early},
-    {"operator tm, 2040 to 2100", "localtime_r", read_late},
-    {"operator tm, one day in ascending order", "localtime_r", read_one_day},
-    {"local to universal, 1970 to 2037", "mktime", set_early},
-    {"local to universal, 2040 to 2100", "mktime", set_late},
+    {"operator tm, 1970 to 2037", "localtime_r", run_all<read_early>, result_of<read_early, fields_text>},
+    {"time(), date(), is_dst(), 1970 to 2037", "localtime_r", run_all<read_early>,
+     result_of<read_early, fields_text>},
+    {"operator tm, 2040 to 2100", "localtime_r", run_all<read_late>, result_of<read_late, fields_text>},
+    {"operator tm, one day in ascending order", "localtime_r", run_all<read_one_day>,
+     result_of<read_one_day, fields_text>},
+    {"local to universal, 1970 to 2037", "mktime", run_all<set_early>, result_of<set_early, second_shown>},
+    {"local to universal, 2040 to 2100", "mktime", run_all<set_late>, result_of<set_late, second_shown>},
     {"ka_time_and_date::now()", "clock_gettime + localtime_r", now},
-    {"moment to date, time, microseconds", "localtime_r + strftime + snprintf", with_microseconds},
-    {"moment to a long text with names", "localtime_r + strftime", with_names},
-    {"ka_date::to_string, %m/%d/%Y", "strftime", date},
-    {"ka_time::to_string", "strftime", time},
+    {"moment to date, time, microseconds", "localtime_r + strftime + snprintf", run_all<with_microseconds>,
+     result_of<with_microseconds>},
+    {"moment to a long text with names", "localtime_r + strftime", run_all<with_names>,
+     result_of<with_names>},
+    {"ka_date::to_string, %m/%d/%Y", "strftime", run_all<date_text>, result_of<date_text>},
+    {"ka_time::to_string", "strftime", run_all<clock_text>, result_of<clock_text>},
     {"period + period", "timeradd", add},
     {"period - period", "timersub", subtract},
-    {"ka_wint to 12 digits", "std::to_string", number_text},
+    {"period < period", "timercmp", compare},
+    {"ka_wint to 12 digits", "std::to_string", run_all<number_text>, result_of<number_text>},
     {"a refused value, thrown and caught", "std::runtime_error + ostringstream", refuse},
 };
 

@@ -25,28 +25,33 @@ column<moment> moments(const column<long long>& seconds)
     return made_column([&](std::size_t i) { return moment(cctz::seconds(seconds[i])); });
 }
 
-void read_all(const column<moment>& in)
+std::string shown(const cctz::time_zone::absolute_lookup& reading)
 {
-    const cctz::time_zone zone = pacific();
-    for_each_input([&](std::size_t i) { return zone.lookup(in[i]); });
+    const auto& at = reading.cs;
+    return reading_text(at.year(), at.month(), at.day(), at.hour(), at.minute(), at.second(), reading.is_dst);
 }
 
-void read_early()
+auto reading(const column<moment>& in)
+{
+    return [&in, zone = pacific()](std::size_t i) { return zone.lookup(in[i]); };
+}
+
+auto read_early()
 {
     static const auto in = moments(inputs().early);
-    read_all(in);
+    return reading(in);
 }
 
-void read_late()
+auto read_late()
 {
     static const auto in = moments(inputs().late);
-    read_all(in);
+    return reading(in);
 }
 
-void read_one_day()
+auto read_one_day()
 {
     static const auto in = moments(inputs().one_day);
-    read_all(in);
+    return reading(in);
 }
 
 column<cctz::civil_second> local_times(const column<long long>& seconds)
@@ -55,22 +60,23 @@ column<cctz::civil_second> local_times(const column<long long>& seconds)
         [&](std::size_t i) { return cctz::convert(moment(cctz::seconds(seconds[i])), pacific()); });
 }
 
-void set_all(const column<cctz::civil_second>& in)
+std::string second_shown(const moment& instant) { return std::to_string(instant.time_since_epoch().count()); }
+
+auto setting(const column<cctz::civil_second>& in)
 {
-    const cctz::time_zone zone = pacific();
-    for_each_input([&](std::size_t i) { return cctz::convert(in[i], zone); });
+    return [&in, zone = pacific()](std::size_t i) { return cctz::convert(in[i], zone); };
 }
 
-void set_early()
+auto set_early()
 {
     static const auto in = local_times(inputs().early);
-    set_all(in);
+    return setting(in);
 }
 
-void set_late()
+auto set_late()
 {
     static const auto in = local_times(inputs().late);
-    set_all(in);
+    return setting(in);
 }
 
 const column<fine_moment>& fine_moments()
@@ -81,26 +87,26 @@ const column<fine_moment>& fine_moments()
     return made;
 }
 
-void print_all(const char* format)
+auto printing(const std::string& format)
 {
-    const auto& in = fine_moments();
-    const cctz::time_zone zone = pacific();
-    const std::string text = format;
-    for_each_input([&](std::size_t i) { return cctz::format(text, in[i], zone); });
+    return [format, &in = fine_moments(), zone = pacific()](std::size_t i) {
+        return cctz::format(format, in[i], zone);
+    };
 }
 
-void with_microseconds() { print_all("%Y-%m-%d %H:%M:%E6S"); }
-void with_names() { print_all("%A, %d %B %Y, %H:%M:%S (%a, %b)"); }
+auto with_microseconds() { return printing("%Y-%m-%d %H:%M:%E6S"); }
+auto with_names() { return printing("%A, %d %B %Y %I:%M:%S %p"); }
 
 const peers rows = {
-    {"operator tm, 1970 to 2037", "cctz", read_early},
-    {"time(), date(), is_dst(), 1970 to 2037", "cctz", read_early},
-    {"operator tm, 2040 to 2100", "cctz", read_late},
-    {"operator tm, one day in ascending order", "cctz", read_one_day},
-    {"local to universal, 1970 to 2037", "cctz", set_early},
-    {"local to universal, 2040 to 2100", "cctz", set_late},
-    {"moment to date, time, microseconds", "cctz", with_microseconds},
-    {"moment to a long text with names", "cctz", with_names},
+    {"operator tm, 1970 to 2037", "cctz", run_all<read_early>, result_of<read_early, shown>},
+    {"time(), date(), is_dst(), 1970 to 2037", "cctz", run_all<read_early>, result_of<read_early, shown>},
+    {"operator tm, 2040 to 2100", "cctz", run_all<read_late>, result_of<read_late, shown>},
+    {"operator tm, one day in ascending order", "cctz", run_all<read_one_day>,
+     result_of<read_one_day, shown>},
+    {"local to universal, 1970 to 2037", "cctz", run_all<set_early>, result_of<set_early, second_shown>},
+    {"local to universal, 2040 to 2100", "cctz", run_all<set_late>, result_of<set_late, second_shown>},
+    {"moment to date, time, microseconds", "cctz", run_all<with_microseconds>, result_of<with_microseconds>},
+    {"moment to a long text with names", "cctz", run_all<with_names>, result_of<with_names>},
 };
 
 }

@@ -6,45 +6,44 @@ namespace {
 
 std::tm local(long long seconds) { return fmt::localtime(static_cast<std::time_t>(seconds)); }
 
-void with_microseconds()
+auto with_microseconds()
 {
     const auto& in = inputs();
-    for_each_input([&](std::size_t i) {
+    return [&in](std::size_t i) {
         return fmt::format("{:%Y-%m-%d %H:%M:%S}.{:06}", local(in.early[i]), in.microseconds[i]);
-    });
+    };
 }
 
-void with_names()
+auto with_names()
 {
     const auto& in = inputs().early;
-    for_each_input(
-        [&](std::size_t i) { return fmt::format("{:%A, %d %B %Y, %H:%M:%S (%a, %b)}", local(in[i])); });
+    return [&in](std::size_t i) { return fmt::format("{:%A, %d %B %Y %I:%M:%S %p}", local(in[i])); };
 }
 
-void date()
+auto date_text()
 {
     static const auto in = made_column([](std::size_t i) { return local(inputs().early[i]); });
-    for_each_input([&](std::size_t i) { return fmt::format("{:%m/%d/%Y}", in[i]); });
+    return [](std::size_t i) { return fmt::format("{:%m/%d/%Y}", in[i]); };
 }
 
-void time()
+auto clock_text()
 {
     static const auto in = made_column([](std::size_t i) { return local(inputs().early[i]); });
-    for_each_input([&](std::size_t i) { return fmt::format("{:%H:%M:%S}:{:06}", in[i], 0); });
+    return [](std::size_t i) { return fmt::format("{:%H:%M:%S}:{:06}", in[i], 0); };
 }
 
-void number_text()
+auto number_text()
 {
     const auto& in = inputs().long_numbers;
-    for_each_input([&](std::size_t i) { return fmt::to_string(in[i]); });
+    return [&in](std::size_t i) { return fmt::to_string(in[i]); };
 }
 
 const peers rows = {
-    {"moment to date, time, microseconds", "{fmt}", with_microseconds},
-    {"moment to a long text with names", "{fmt}", with_names},
-    {"ka_date::to_string, %m/%d/%Y", "{fmt}", date},
-    {"ka_time::to_string", "{fmt}", time},
-    {"ka_wint to 12 digits", "{fmt}", number_text},
+    {"moment to date, time, microseconds", "{fmt}", run_all<with_microseconds>, result_of<with_microseconds>},
+    {"moment to a long text with names", "{fmt}", run_all<with_names>, result_of<with_names>},
+    {"ka_date::to_string, %m/%d/%Y", "{fmt}", run_all<date_text>, result_of<date_text>},
+    {"ka_time::to_string", "{fmt}", run_all<clock_text>, result_of<clock_text>},
+    {"ka_wint to 12 digits", "{fmt}", run_all<number_text>, result_of<number_text>},
 };
 
 }

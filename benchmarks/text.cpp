@@ -14,29 +14,32 @@ const column<ka_time_and_date>& moments()
     return made;
 }
 
-void with_microseconds()
+auto with_microseconds()
 {
     const auto& in = moments();
-    for_each_input([&](std::size_t i) { return in[i].to_string("%Y-%m-%d %H:%M:%S.%q"); });
+    return [&in](std::size_t i) { return in[i].to_string("%Y-%m-%d %H:%M:%S.%q"); };
 }
 
-void with_names()
+auto with_names()
 {
     const auto& in = moments();
-    for_each_input([&](std::size_t i) { return in[i].to_string("%A, %d %B %Y, %H:%M:%S (%a, %b)"); });
+    return [&in](std::size_t i) { return in[i].to_string("%A, %d %B %Y %I:%M:%S %p"); };
 }
 
-void date()
+auto date_text()
 {
     static const auto in = made_column([](std::size_t i) { return moments()[i].date(); });
-    static const std::string format = "%m/%d/%Y";
-    for_each_input([&](std::size_t i) { return in[i].to_string(format); });
+    return [](std::size_t i) { return in[i].to_string("%m/%d/%Y"); };
 }
 
-void time()
+/// Of whole seconds, the most that the peers can print.
+auto clock_text()
 {
-    static const auto in = made_column([](std::size_t i) { return moments()[i].time(); });
-    for_each_input([&](std::size_t i) { return in[i].to_string(); });
+    static const auto in = made_column([](std::size_t i) {
+        const ka_time time = moments()[i].time();
+        return ka_time(time.hours(), time.minutes(), time.seconds());
+    });
+    return [](std::size_t i) { return in[i].to_string(); };
 }
 
 }
@@ -44,9 +47,10 @@ void time()
 std::vector<operation> text_operations()
 {
     return {
-        {"moment to date, time, microseconds", with_microseconds, 0.22, 650},
-        {"moment to a long text with names", with_names, 0.33, 800},
-        {"ka_date::to_string, %m/%d/%Y", date, 0.3, 300},
-        {"ka_time::to_string", time, 0.3, 300},
+        {"moment to date, time, microseconds", run_all<with_microseconds>, 0.22, 650,
+         result_of<with_microseconds>},
+        {"moment to a long text with names", run_all<with_names>, 0.33, 800, result_of<with_names>},
+        {"ka_date::to_string, %m/%d/%Y", run_all<date_text>, 0.3, 300, result_of<date_text>},
+        {"ka_time::to_string", run_all<clock_text>, 0.3, 300, result_of<clock_text>},
     };
 }

@@ -250,7 +250,10 @@ public:
         return is_ad_year(year) || (first_year <= year && year < 0);
     }
     /// 1 to 12.
-    static constexpr bool is_month(unsigned short month) noexcept { return 1 <= month && month <= 12; }
+    static constexpr bool is_month(unsigned short month) noexcept
+    {
+        return static_cast<unsigned int>(month - 1) < 12;
+    }
     /// 1 to 7.
     static constexpr bool is_weekday(unsigned short weekday) noexcept { return 1 <= weekday && weekday <= 7; }
     /// 38 to 13688960.
@@ -294,10 +297,10 @@ public:
     /// out of the range the number is no calendar date's.
     static constexpr int calc_julian_day(unsigned short month, unsigned short day, short year)
     {
+        if (is_month(month) && is_ad_year(year)) [[likely]]
+            return day_number(month, day, year);
         if (!is_month(month))
             refuse_month(month);
-        if (is_ad_year(year)) [[likely]]
-            return day_number(month, day, year);
         if (year == 0)
             refuse_year_zero();
         return is_year(year) ? day_number(month, day, astronomical(year))
