@@ -34,17 +34,15 @@ struct rule_check {
     }
 
     /// `ka_simple_time_zone_rule::is_in_effect` in a year that the rule covers.
-    /// Year and month are those of the date, which one caller works out for
-    /// many rules.
     static bool is_within_points(const ka_time_zone_rule& rule, const ka_time& time, const ka_date& date,
-                                 int year, unsigned int month);
+                                 short year);
 
+    /// Whether a time on a date of a regular year comes before a point that is
+    /// a weekday of every month.
     static bool is_before_point(const ka_calendar_date& point, const ka_time& time, const ka_date& date,
                                 int year) noexcept;
 
 private:
-    static bool is_in_every_year(const ka_calendar_date& point) noexcept;
-    static ka_date regular_date(const ka_calendar_date& point, int year) noexcept;
     static bool is_before(const ka_time& time, const ka_date& date, const ka_calendar_date& point,
                           const ka_date& point_date) noexcept;
 };

@@ -5,7 +5,9 @@
 #include "rule_check.h"
 
 // The way from a time on a date to the rule in effect. Each reading of a moment
-// goes it, so its short part is compiled into each: months tell most of it.
+// goes it, so its short part is compiled into each: between weekdays of two
+// months a date matters in the two months alone. A point that may lack its day
+// has to be asked all the same.
 
 [[gnu::always_inline]] inline const ka_time_zone_rule*
 ka_time_zone::rule_in_month(const ka_time& time, const ka_date& date, int year, unsigned int month) const
@@ -25,7 +27,7 @@ ka_time_zone::rule_in_month(const ka_time& time, const ka_date& date, int year, 
         if (start_month == end_month || !rule_check::is_regular_year(year) ||
             !rule_check::is_in_every_month(start_point.week()) ||
             !rule_check::is_in_every_month(end_point.week())) [[unlikely]]
-            is_within = rule_check::is_within_points(asked, time, date, year, month);
+            is_within = rule_check::is_within_points(asked, time, date, static_cast<short>(year));
         else if (month == start_month)
             is_within = !rule_check::is_before_point(start_point, time, date, year);
         else if (month == end_month)

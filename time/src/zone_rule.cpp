@@ -4,23 +4,6 @@
 
 #include "rule_check.h"
 
-inline bool rule_check::is_in_every_year(const ka_calendar_date& point) noexcept
-{
-    return point.week() == ka_none ? 1 <= point.day() && point.day() <= 28 : is_in_every_month(point.week());
-}
-
-/// The date of a point that is in every year, in a regular year.
-inline ka_date rule_check::regular_date(const ka_calendar_date& point, int year) noexcept
-{
-    const unsigned short month = point.month();
-    const int astronomical = ka_date::astronomical(year);
-    if (point.week() == ka_none)
-        return ka_date::unchecked(ka_date::day_number(month, point.day(), astronomical));
-    const int first = ka_date::day_number(month, 1, astronomical);
-    const int end = first + ka_date::month_length(month, static_cast<short>(year));
-    return ka_date::unchecked(ka_date::nth_weekday_between(first, end, point.week(), point.weekday()));
-}
-
 inline bool rule_check::is_before(const ka_time& time, const ka_date& date, const ka_calendar_date& point,
                                   const ka_date& point_date) noexcept
 {
@@ -30,27 +13,20 @@ inline bool rule_check::is_before(const ka_time& time, const ka_date& date, cons
 bool rule_check::is_before_point(const ka_calendar_date& point, const ka_time& time, const ka_date& date,
                                  int year) noexcept
 {
-    return is_before(time, date, point, regular_date(point, year));
+    const unsigned short month = point.month();
+    const int first = ka_date::day_number(month, 1, ka_date::astronomical(year));
+    const int end = first + ka_date::month_length(month, static_cast<short>(year));
+    const int found = ka_date::nth_weekday_between(first, end, point.week(), point.weekday());
+    return is_before(time, date, point, ka_date::unchecked(found));
 }
 
 bool rule_check::is_within_points(const ka_time_zone_rule& rule, const ka_time& time, const ka_date& date,
-                                  int year, unsigned int month)
+                                  short year)
 {
     const ka_calendar_date& start = rule.start_point();
     const ka_calendar_date& end = rule.end_point();
-    // Between points of two months a date matters in the two months alone. A
-    // point that may lack its day has to be asked all the same.
-    if (start.month() != end.month() && is_regular_year(year) && is_in_every_year(start) &&
-        is_in_every_year(end)) {
-        if (month == start.month())
-            return !is_before_point(start, time, date, year);
-        if (month == end.month())
-            return is_before_point(end, time, date, year);
-        return is_between_months(start.month(), month, end.month());
-    }
-
-    const ka_date start_date = start.date(static_cast<short>(year));
-    const ka_date end_date = end.date(static_cast<short>(year));
+    const ka_date start_date = start.date(year);
+    const ka_date end_date = end.date(year);
     const bool is_after_start = !is_before(time, date, start, start_date);
     const bool is_before_end = is_before(time, date, end, end_date);
     return end_date < start_date ? is_after_start || is_before_end : is_after_start && is_before_end;
@@ -82,8 +58,6 @@ ka_simple_time_zone_rule::~ka_simple_time_zone_rule() = default;
 
 bool ka_simple_time_zone_rule::is_in_effect(const ka_time& time, const ka_date& date) const
 {
-    unsigned short month = 0;
-    short year = 0;
-    ka_date::calc_calendar_date(date.julian_day(), &month, nullptr, &year);
-    return rule_check::covers(*this, year) && rule_check::is_within_points(*this, time, date, year, month);
+    const short year = date.year();
+    return rule_check::covers(*this, year) && rule_check::is_within_points(*this, time, date, year);
 }
