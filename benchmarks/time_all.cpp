@@ -67,11 +67,18 @@ int main(int argc, char** argv)
     tzset();
     const std::size_t differing = check_that_results_agree();
     // An operation and its peers run one after the other, at the same pace of the machine.
+    std::size_t matched = 0;
     for (const operation& row : all_operations()) {
         add_benchmark(std::string(row.name) + "|", row.run);
         for (const peer& other : all_peers())
-            if (std::strcmp(other.operation, row.name) == 0)
+            if (std::strcmp(other.operation, row.name) == 0) {
                 add_benchmark(std::string(row.name) + "|" + other.name, other.run);
+                ++matched;
+            }
+    }
+    if (matched != all_peers().size()) {
+        std::fprintf(stderr, "A peer names an operation that is none.\n");
+        return 1;
     }
     benchmark::AddCustomContext("missing", VARNEL_MISSING_PEERS);
     benchmark::AddCustomContext("differing", std::to_string(differing));
