@@ -1,5 +1,6 @@
 #include <cstring>
 #include <exception>
+#include <string>
 #include <type_traits>
 
 #include <gtest/gtest.h>
@@ -8,15 +9,19 @@
 
 namespace {
 
-template <typename Value, std::size_t size>
-constexpr bool plain =
-    (sizeof(Value) == size) && std::is_trivially_copyable<Value>() && std::is_standard_layout<Value>() &&
-    !std::is_polymorphic<Value>();
-static_assert(plain<ka_date, 4> && plain<ka_wint, 10> && plain<ka_time_period, 16> && plain<ka_time, 16>);
-static_assert(plain<ka_time_and_date, 24> && plain<ka_calendar_date, 32> && plain<ka_stopwatch, 48>);
-static_assert(sizeof(ka_which_one) == 4 && sizeof(ka_base) == 4);
+template <typename Value, std::size_t size, std::size_t alignment>
+constexpr bool has_layout = (sizeof(Value) == size && alignof(Value) == alignment);
+template <typename Value, std::size_t size, std::size_t alignment>
+constexpr bool plain = has_layout<Value, size, alignment>&& std::is_trivially_copyable<Value>() &&
+                       std::is_standard_layout<Value>() && !std::is_polymorphic<Value>();
+static_assert(plain<ka_date, 4, 4> && plain<ka_wint, 10, 2> && plain<ka_time_period, 16, 8>);
+static_assert(plain<ka_time, 16, 8> && plain<ka_time_and_date, 24, 8> && plain<ka_calendar_date, 32, 8>);
+static_assert(plain<ka_stopwatch, 48, 8> && plain<ka_which_one, 4, 4> && plain<ka_base, 4, 4>);
 
 using error = ka_time_varnel_error;
+static_assert(has_layout<ka_varnel_error, 520, 8> && has_layout<error, 528, 8>);
+static_assert(has_layout<ka_time_zone_rule, 48, 8> && has_layout<ka_simple_time_zone_rule, 48, 8>);
+static_assert(has_layout<ka_time_zone, 96, 8> && !std::is_polymorphic<ka_time_zone>());
 static_assert(!std::is_base_of_v<std::exception, error> && std::has_virtual_destructor_v<ka_varnel_error>);
 static_assert(std::is_nothrow_copy_constructible_v<error> && std::is_nothrow_copy_assignable_v<error>);
 static_assert(std::is_nothrow_move_constructible_v<error> && std::is_nothrow_move_assignable_v<error>);
@@ -65,7 +70,29 @@ TEST(layout, fields_stand_in_their_order)
     EXPECT_EQ(field<ka_time_period>(moment, 0), moment.utc_time_and_date());
     EXPECT_EQ(field<const ka_time_zone*>(moment, 16), &moment.time_zone());
 
+    ka_stopwatch watch;
+    watch.start(), watch.stop(), watch.start();
+    EXPECT_EQ(field<const ka_time_zone*>(watch, 16), &ka_time_and_date::default_time_zone());
+    EXPECT_TRUE(field<bool>(watch, 40));
+    watch.stop();
+    EXPECT_EQ(field<ka_time_period>(watch, 24), watch.lap());
+
+    ka_simple_time_zone_rule rule(recurring, recurring, 1, 2, length);
+    EXPECT_EQ(field<const ka_calendar_date*>(rule, 8), &rule.start_point());
+    EXPECT_EQ(field<const ka_calendar_date*>(rule, 16), &rule.end_point());
+    EXPECT_EQ(field<unsigned int>(rule, 24), 0x20001u);
+    EXPECT_EQ(field<ka_time_period>(rule, 32), length);
+    EXPECT_EQ(field<ka_time_period>(ka_time_zone(length), 64), length);
+
     const error thrown(4, "text");
     EXPECT_EQ(reinterpret_cast<const char*>(&thrown) + sizeof(void*), thrown.what());
     EXPECT_EQ(field<int>(thrown, sizeof(void*) + 512), 4);
+}
+
+TEST(layout, versions_of_headers_and_library_agree)
+{
+    EXPECT_EQ(ka_time_varnel_version(), KA_TIME_VARNEL_VERSION);
+    EXPECT_EQ(LIBRARY_VERSION, std::to_string(KA_TIME_VARNEL_VERSION_MAJOR) + "." +
+                                   std::to_string(KA_TIME_VARNEL_VERSION_MINOR) + "." +
+                                   std::to_string(KA_TIME_VARNEL_VERSION_PATCH));
 }

@@ -13,6 +13,7 @@
 #include <time/time_of_day.h>
 #include <time/timedate.h>
 #include <time/tperiod.h>
+#include <time/version.h>
 #include <time/wint.h>
 #include <time/zone.h>
 #include <time/zone_rule.h>
