@@ -1,7 +1,6 @@
 #pragma once
 
 #include <iosfwd>
-#include <memory>
 #include <string>
 
 #include <time/date.h>
@@ -153,7 +152,9 @@ private:
     std::string name_;
     std::string dst_name_;
     ka_time_period offset_;
-    std::unique_ptr<ka_time_zone_rule*[]> rules_;
+    /// An array that the zone owns; a smart pointer's header would take as long to
+    /// compile as everything else here.
+    ka_time_zone_rule** rules_;
     int count_ = 0;
     /// Whether no rule is of a host's own kind.
     bool all_simple_ = true;

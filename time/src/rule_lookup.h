@@ -14,8 +14,8 @@ ka_time_zone::rule_in_month(const ka_time& time, const ka_date& date, int year, 
 {
     if (!all_simple_) [[unlikely]]
         return rule_by_asking(time, date);
-    const ka_time_zone_rule* const* const end = rules_.get() + count_;
-    for (const ka_time_zone_rule* const* slot = rules_.get(); slot != end; ++slot) {
+    const ka_time_zone_rule* const* const end = rules_ + count_;
+    for (const ka_time_zone_rule* const* slot = rules_; slot != end; ++slot) {
         const ka_time_zone_rule& asked = **slot;
         if (!rule_check::covers(asked, static_cast<short>(year)))
             continue;

@@ -14,19 +14,18 @@ ka_time_zone::ka_time_zone(const ka_time_period& offset, const std::string& name
 {}
 
 ka_time_zone::ka_time_zone(const ka_time_period& offset, const std::string& name, const std::string& dst_name)
-    : name_(name), dst_name_(dst_name), offset_(offset),
-      rules_(std::make_unique<ka_time_zone_rule*[]>(max_rules))
+    : name_(name), dst_name_(dst_name), offset_(offset), rules_(new ka_time_zone_rule* [max_rules] {})
 {}
 
-ka_time_zone::~ka_time_zone() = default;
+ka_time_zone::~ka_time_zone() { delete[] rules_; }
 
 bool ka_time_zone::insert(ka_time_zone_rule& rule) noexcept
 {
     if (count_ == max_rules)
         return false;
-    ka_time_zone_rule** const end = rules_.get() + count_;
+    ka_time_zone_rule** const end = rules_ + count_;
     ka_time_zone_rule** const place =
-        std::find_if(rules_.get(), end, [&](const ka_time_zone_rule* held) { return !(rule < *held); });
+        std::find_if(rules_, end, [&](const ka_time_zone_rule* held) { return !(rule < *held); });
     std::move_backward(place, end, end + 1);
     *place = &rule;
     ++count_;
@@ -36,7 +35,7 @@ bool ka_time_zone::insert(ka_time_zone_rule& rule) noexcept
 
 const ka_time_zone_rule* ka_time_zone::rule(int index) const noexcept
 {
-    return 0 <= index && index < max_rules ? rules_[static_cast<std::size_t>(index)] : nullptr;
+    return 0 <= index && index < max_rules ? rules_[index] : nullptr;
 }
 
 const ka_time_zone_rule* ka_time_zone::rule(const ka_time& time, const ka_date& date) const
