@@ -38,7 +38,7 @@ for locale in C en_US.UTF-8 ja_JP.UTF-8 ar_SA.UTF-8; do
         has_line "^  $zone .*  [0-9][0-9]:[0-9][0-9]  [+-]"
     done
     has_line "^  utc .*  ${minute#* }  +00:00  UTC0"
-    has_line "^  hawaii .*  $(date -d '10 hours ago' +%H:%M)  -10:00  HST10"
+    has_line "^  hawaii .*  $(date -d "$minute 10 hours ago" +%H:%M)  -10:00  HST10"
     [ "$(echo "$shown" | sed -n 's/[0-9][0-9]:[0-9][0-9]  [+-].*/|/p' | widths)" -eq 1 ] || fail "zones are ragged"
     [ "$(echo "$shown" | sed -n '/^  week /{p;n;p;}' | widths)" -eq 1 ] || fail "the month is ragged"
 
