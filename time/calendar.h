@@ -23,20 +23,12 @@ public:
 
     /// A fixed day: `when` not negative (`invalid_time_period`), month 1 to 12
     /// (`invalid_month`), day 1 to 31 (`invalid_day`), also in a short month.
-    constexpr ka_calendar_date(const ka_time_period& when, unsigned short month, unsigned short day)
-        : when_(checked_when(when)), month_(checked_month(month)), day_(day)
-    {
-        if (day < 1 || day > 31)
-            refuse_day(day);
-    }
+    constexpr ka_calendar_date(const ka_time_period& when, unsigned short month, unsigned short day);
 
     /// A weekday of a month: `when` not negative (`invalid_time_period`), month
     /// 1 to 12 (`invalid_month`), weekday 1 to 7 (`invalid_weekday`).
     constexpr ka_calendar_date(const ka_time_period& when, unsigned short month, ka_which_one week,
-                               unsigned short weekday)
-        : when_(checked_when(when)), month_(checked_month(month)), weekday_(checked_weekday(weekday)),
-          week_(week)
-    {}
+                               unsigned short weekday);
 
     constexpr ka_calendar_date(const ka_calendar_date&) noexcept = default;
     constexpr ka_calendar_date& operator=(const ka_calendar_date&) noexcept = default;
@@ -47,12 +39,7 @@ public:
     /// year that lacks the day throws `invalid_date` (29 February) or
     /// `invalid_week` (a fifth Sunday); at the ends of the range a weekday can
     /// throw `invalid_day`, as the constructor of `ka_date` tells.
-    constexpr ka_date date(short year) const
-    {
-        if (!ka_date::is_year(year))
-            refuse_year(year);
-        return is_formula() ? ka_date(week_, weekday_, month_, year) : ka_date(month_, day_, year);
-    }
+    constexpr ka_date date(short year) const;
 
     /// `when` as a time of day, modulo a day: 25 hours give 01:00.
     constexpr ka_time time() const noexcept { return ka_time(when_); }
@@ -72,45 +59,18 @@ public:
     constexpr void month(unsigned short month) { month_ = checked_month(month); }
     /// Makes the form absolute. A day above 31 throws `invalid_day`; 0 is
     /// stored, and has no date in any year.
-    constexpr void day(unsigned short day)
-    {
-        if (day > 31)
-            refuse_day(day);
-        day_ = day;
-        week_ = ka_none;
-    }
+    constexpr void day(unsigned short day);
     /// Makes the form that of `week`. A weekday outside 1 to 7 throws `invalid_weekday`.
-    constexpr void weekday(ka_which_one week, unsigned short weekday)
-    {
-        weekday_ = checked_weekday(weekday);
-        week_ = week;
-        day_ = 0;
-    }
+    constexpr void weekday(ka_which_one week, unsigned short weekday);
 
 protected:
     constexpr bool is_absolute() const noexcept { return week_ == ka_none; }
     constexpr bool is_formula() const noexcept { return week_ != ka_none; }
 
 private:
-    static constexpr const ka_time_period& checked_when(const ka_time_period& when)
-    {
-        if (when < ka_time_period())
-            refuse_when(when);
-        return when;
-    }
-    static constexpr unsigned short checked_month(unsigned short month)
-    {
-        if (!ka_date::is_month(month))
-            refuse_month(month);
-        return month;
-    }
-    static constexpr unsigned short checked_weekday(unsigned short weekday)
-    {
-        if (!ka_date::is_weekday(weekday))
-            refuse_weekday(weekday);
-        return weekday;
-    }
-
+    static constexpr const ka_time_period& checked_when(const ka_time_period& when);
+    static constexpr unsigned short checked_month(unsigned short month);
+    static constexpr unsigned short checked_weekday(unsigned short weekday);
     [[noreturn]] static void refuse_when(const ka_time_period& when);
     [[noreturn]] static void refuse_month(unsigned short month);
     [[noreturn]] static void refuse_day(unsigned short day);
@@ -123,3 +83,5 @@ private:
     unsigned short weekday_ = 0;
     ka_which_one week_ = ka_none;
 };
+
+#include <time/inline/calendar.h>

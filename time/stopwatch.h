@@ -39,10 +39,7 @@ public:
     bool running() const noexcept { return running_; }
 
     /// Same start, same total, both running or both stopped.
-    bool operator==(const ka_stopwatch& other) const noexcept
-    {
-        return start_ == other.start_ && elapsed_ == other.elapsed_ && running_ == other.running_;
-    }
+    bool operator==(const ka_stopwatch& other) const noexcept;
 
     /// Writes the lap and the state: "1.250000 seconds, stopped".
     void print(std::ostream& stream) const;
@@ -52,3 +49,5 @@ private:
     ka_time_period elapsed_;
     bool running_ = false;
 };
+
+#include <time/inline/stopwatch.h>

@@ -31,27 +31,16 @@ public:
     /// Hours 0 to 23, minutes and seconds 0 to 59, microseconds 0 to 999999;
     /// else `invalid_time`.
     constexpr ka_time(unsigned short hours, unsigned short minutes, unsigned short seconds,
-                      unsigned int microseconds = 0)
-    {
-        time(hours, minutes, seconds, microseconds);
-    }
+                      unsigned int microseconds = 0);
 
     /// So many seconds from midnight, modulo a day: -1 is 23:59:59.
     constexpr ka_time(int seconds) noexcept : since_midnight_(seconds) { adjust(); }
     /// The same, from any other integer, of which no bit is lost on the way.
     template <std::integral Seconds>
-    constexpr ka_time(Seconds seconds) noexcept
-    {
-        using widest = std::conditional_t<std::signed_integral<Seconds>, long long, unsigned long long>;
-        since_midnight_ = static_cast<long long>(static_cast<widest>(seconds) % widest{86400});
-        adjust();
-    }
+    constexpr ka_time(Seconds seconds) noexcept;
 
     /// A period from midnight, modulo a day: -1 microsecond is 23:59:59.999999.
-    constexpr ka_time(const ka_time_period& since_midnight) noexcept : since_midnight_(since_midnight)
-    {
-        adjust();
-    }
+    constexpr ka_time(const ka_time_period& since_midnight) noexcept;
 
     /// The time of a record's `tm_hour`, `tm_min` and `tm_sec`, each cut to 16
     /// bits; a leap second (60) is `invalid_time` as any other value above 59.
@@ -67,37 +56,19 @@ public:
     // Setting: as the constructors.
 
     constexpr void time(unsigned short hours, unsigned short minutes, unsigned short seconds,
-                        unsigned int microseconds = 0)
-    {
-        if (!is_hour(hours) || !is_minute(minutes) || !is_second(seconds) || !is_microsecond(microseconds))
-            refuse(hours, minutes, seconds, microseconds);
-        since_midnight_ =
-            ka_time_period::unchecked(hours * 3600 + minutes * 60 + seconds, static_cast<int>(microseconds));
-    }
+                        unsigned int microseconds = 0);
     void time(const std::tm& fields, unsigned int microseconds = 0);
 
     // Reading.
 
     /// 0 to 23.
-    constexpr unsigned short hours() const noexcept
-    {
-        return static_cast<unsigned short>(second_of_day() / 3600);
-    }
+    constexpr unsigned short hours() const noexcept;
     /// 0 to 59.
-    constexpr unsigned short minutes() const noexcept
-    {
-        return static_cast<unsigned short>(second_of_day() / 60 % 60);
-    }
+    constexpr unsigned short minutes() const noexcept;
     /// 0 to 59.
-    constexpr unsigned short seconds() const noexcept
-    {
-        return static_cast<unsigned short>(second_of_day() % 60);
-    }
+    constexpr unsigned short seconds() const noexcept;
     /// 0 to 999999.
-    constexpr unsigned int microseconds() const noexcept
-    {
-        return static_cast<unsigned int>(since_midnight_.microseconds());
-    }
+    constexpr unsigned int microseconds() const noexcept;
 
     /// Noon is PM, midnight is AM.
     constexpr bool is_pm() const noexcept { return second_of_day() >= 12 * 3600; }
@@ -115,39 +86,23 @@ public:
 
     // Arithmetic, round the clock.
 
-    constexpr ka_time operator+(const ka_time_period& period) const noexcept
-    {
-        return ka_time(since_midnight_ + ka_time(period).since_midnight_);
-    }
-    constexpr ka_time operator-(const ka_time_period& period) const noexcept
-    {
-        return ka_time(since_midnight_ - ka_time(period).since_midnight_);
-    }
+    constexpr ka_time operator+(const ka_time_period& period) const noexcept;
+    constexpr ka_time operator-(const ka_time_period& period) const noexcept;
     constexpr ka_time& operator+=(const ka_time_period& period) noexcept { return *this = *this + period; }
     constexpr ka_time& operator-=(const ka_time_period& period) noexcept { return *this = *this - period; }
 
     /// The time from the other on to this one, zero or more and below 24
     /// hours: 01:00 - 23:00 is 2 hours, 23:00 - 01:00 is 22.
-    constexpr ka_time_period operator-(const ka_time& other) const noexcept
-    {
-        const ka_time_period difference = since_midnight_ - other.since_midnight_;
-        return difference < ka_time_period() ? difference + ka_time_period(1, 0, 0, 0) : difference;
-    }
+    constexpr ka_time_period operator-(const ka_time& other) const noexcept;
 
     // Order within one day: there is no wrap, 23:00 is later than 01:00.
 
-    constexpr bool operator==(const ka_time& other) const noexcept
-    {
-        return since_midnight_ == other.since_midnight_;
-    }
+    constexpr bool operator==(const ka_time& other) const noexcept;
     constexpr bool operator!=(const ka_time& other) const noexcept { return !(*this == other); }
     /// A period on the right is taken as a time of day.
     constexpr bool operator==(const ka_time_period& other) const noexcept { return *this == ka_time(other); }
     constexpr bool operator!=(const ka_time_period& other) const noexcept { return !(*this == other); }
-    constexpr bool operator<(const ka_time& other) const noexcept
-    {
-        return since_midnight_ < other.since_midnight_;
-    }
+    constexpr bool operator<(const ka_time& other) const noexcept;
     constexpr bool operator>(const ka_time& other) const noexcept { return other < *this; }
     constexpr bool operator<=(const ka_time& other) const noexcept { return !(other < *this); }
     constexpr bool operator>=(const ka_time& other) const noexcept { return !(*this < other); }
@@ -183,34 +138,9 @@ public:
 private:
     friend class ka_time_and_date;
 
-    /// Of a second below 86400 and a microsecond below 1000000.
-    static constexpr ka_time unchecked(int second_of_day, int microsecond) noexcept
-    {
-        ka_time result;
-        result.since_midnight_ = ka_time_period::unchecked(second_of_day, microsecond);
-        return result;
-    }
-
-    constexpr unsigned int second_of_day() const noexcept
-    {
-        return static_cast<unsigned int>(since_midnight_.seconds_);
-    }
-
-    /// Brings the period into one day, from zero on.
-    constexpr ka_time& adjust() noexcept
-    {
-        long long seconds = since_midnight_.seconds_ % ka_time_period::seconds_per_day;
-        int microseconds = since_midnight_.microseconds_;
-        if (microseconds < 0) {
-            microseconds += ka_time_period::microseconds_per_second;
-            --seconds;
-        }
-        if (seconds < 0)
-            seconds += ka_time_period::seconds_per_day;
-        since_midnight_ = ka_time_period::unchecked(seconds, microseconds);
-        return *this;
-    }
-
+    static constexpr ka_time unchecked(int second_of_day, int microsecond) noexcept;
+    constexpr unsigned int second_of_day() const noexcept;
+    constexpr ka_time& adjust() noexcept;
     [[noreturn]] static void refuse(unsigned short hours, unsigned short minutes, unsigned short seconds,
                                     unsigned int microseconds);
 
@@ -226,3 +156,5 @@ constexpr bool operator!=(const ka_time_period& period, const ka_time& time) noe
 {
     return !(period == time);
 }
+
+#include <time/inline/time_of_day.h>

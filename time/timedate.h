@@ -111,24 +111,10 @@ public:
     // Arithmetic on the universal clock: 24 hours over a change of the clocks
     // read as 23 or 25 on the local one.
 
-    ka_time_and_date operator+(const ka_time_period& period) const noexcept
-    {
-        return ka_time_and_date(*this) += period;
-    }
-    ka_time_and_date operator-(const ka_time_period& period) const
-    {
-        return ka_time_and_date(*this) -= period;
-    }
-    ka_time_and_date& operator+=(const ka_time_period& period) noexcept
-    {
-        instant_ += period;
-        return *this;
-    }
-    ka_time_and_date& operator-=(const ka_time_period& period)
-    {
-        instant_ -= period;
-        return *this;
-    }
+    ka_time_and_date operator+(const ka_time_period& period) const noexcept;
+    ka_time_and_date operator-(const ka_time_period& period) const;
+    ka_time_and_date& operator+=(const ka_time_period& period) noexcept;
+    ka_time_and_date& operator-=(const ka_time_period& period);
     ka_time_period operator-(const ka_time_and_date& other) const { return instant_ - other.instant_; }
 
     // Order: that of the instants. Zones play no part.
@@ -268,3 +254,5 @@ private:
     ka_time_period instant_;
     const ka_time_zone* zone_;
 };
+
+#include <time/inline/timedate.h>

@@ -49,17 +49,9 @@ public:
 
     // Order: the numeric one.
 
-    constexpr bool operator==(const ka_wint& other) const noexcept
-    {
-        return negative_ == other.negative_ && magnitude() == other.magnitude();
-    }
+    constexpr bool operator==(const ka_wint& other) const noexcept;
     constexpr bool operator!=(const ka_wint& other) const noexcept { return !(*this == other); }
-    constexpr bool operator<(const ka_wint& other) const noexcept
-    {
-        if (negative_ != other.negative_)
-            return negative_;
-        return negative_ ? magnitude() > other.magnitude() : magnitude() < other.magnitude();
-    }
+    constexpr bool operator<(const ka_wint& other) const noexcept;
     constexpr bool operator<=(const ka_wint& other) const noexcept { return !(other < *this); }
     constexpr bool operator>(const ka_wint& other) const noexcept { return other < *this; }
     constexpr bool operator>=(const ka_wint& other) const noexcept { return !(*this < other); }
@@ -70,31 +62,14 @@ public:
 
     /// The sum. Where it passes 2^64 the magnitude wraps and the sign is that
     /// of the operands.
-    constexpr ka_wint operator+(const ka_wint& other) const noexcept
-    {
-        const digits64 mine = magnitude();
-        const digits64 theirs = other.magnitude();
-        if (negative_ == other.negative_)
-            return with_sign(negative_, mine + theirs);
-        return mine < theirs ? with_sign(other.negative_, theirs - mine)
-                             : with_sign(negative_, mine - theirs);
-    }
+    constexpr ka_wint operator+(const ka_wint& other) const noexcept;
     constexpr ka_wint operator-(const ka_wint& other) const noexcept { return -other + *this; }
 
     /// The product, its magnitude modulo 2^64.
-    constexpr ka_wint operator*(const ka_wint& other) const noexcept
-    {
-        return with_sign(negative_ != other.negative_, magnitude() * other.magnitude());
-    }
+    constexpr ka_wint operator*(const ka_wint& other) const noexcept;
 
     /// The quotient, truncated toward zero. A zero divisor throws `divide_by_zero`.
-    constexpr ka_wint operator/(const ka_wint& other) const
-    {
-        ka_wint quotient;
-        ka_wint remainder;
-        divide(*this, other, quotient, remainder);
-        return quotient;
-    }
+    constexpr ka_wint operator/(const ka_wint& other) const;
 
     /// The remainder. It carries the sign of the quotient, not of the dividend,
     /// and is never negative where the dividend's magnitude is the smaller:
@@ -103,13 +78,7 @@ public:
     ///     3 % 5 == 3    -3 % 5 ==  3    3 % -5 ==  3    -3 % -5 == 3
     ///
     /// A zero divisor throws `divide_by_zero`.
-    constexpr ka_wint operator%(const ka_wint& other) const
-    {
-        ka_wint quotient;
-        ka_wint remainder;
-        divide(*this, other, quotient, remainder);
-        return remainder;
-    }
+    constexpr ka_wint operator%(const ka_wint& other) const;
 
     constexpr ka_wint& operator++() noexcept { return *this = *this + ka_wint(1); }
     constexpr ka_wint& operator--() noexcept { return *this = *this - ka_wint(1); }
@@ -117,16 +86,9 @@ public:
     // To the machine's integers. They keep the low bits and report nothing.
 
     /// The low 32 bits of the magnitude, negated below zero, wrapping.
-    constexpr int to_int32_t() const noexcept
-    {
-        const auto low = static_cast<unsigned int>(magnitude());
-        return static_cast<int>(negative_ ? 0u - low : low);
-    }
+    constexpr int to_int32_t() const noexcept;
     /// The magnitude, negated below zero, wrapping: 2^64 - 1 gives -1.
-    constexpr long long to_int64_t() const noexcept
-    {
-        return static_cast<long long>(negative_ ? 0ull - magnitude() : magnitude());
-    }
+    constexpr long long to_int64_t() const noexcept;
     /// The magnitude; the sign is ignored, so -5 gives 5.
     constexpr unsigned long long to_uint64_t() const noexcept { return magnitude(); }
 
@@ -153,92 +115,40 @@ protected:
     constexpr ka_wint(const unsigned short& digit, unsigned int index) noexcept { magnitude_[index] = digit; }
 
     /// Makes a negative zero plain zero.
-    constexpr void normalize() noexcept
-    {
-        if (magnitude() == 0)
-            negative_ = false;
-    }
+    constexpr void normalize() noexcept;
 
     /// The number of significant digits, 0 to 4; 0 for zero.
-    constexpr unsigned int digits() const noexcept
-    {
-        unsigned int count = 4;
-        while (count > 0 && magnitude_[count - 1] == 0)
-            --count;
-        return count;
-    }
+    constexpr unsigned int digits() const noexcept;
 
     /// Flips the sign: a negative value turns positive.
-    constexpr void make_negative() noexcept
-    {
-        negative_ = !negative_;
-        normalize();
-    }
+    constexpr void make_negative() noexcept;
 
     /// True where both signs agree; zero counts as not negative.
-    static constexpr bool same_sign(const ka_wint& a, const ka_wint& b) noexcept
-    {
-        return a.negative_ == b.negative_;
-    }
+    static constexpr bool same_sign(const ka_wint& a, const ka_wint& b) noexcept;
 
-    static constexpr ka_wint abs(const ka_wint& value) noexcept
-    {
-        return with_sign(false, value.magnitude());
-    }
+    static constexpr ka_wint abs(const ka_wint& value) noexcept;
 
     /// Writes quotient and remainder as `/` and `%` define them. The results
     /// can be the operands. A zero divisor throws `divide_by_zero` and leaves
     /// all four as they were.
     static constexpr void divide(const ka_wint& dividend, const ka_wint& divisor, ka_wint& quotient,
-                                 ka_wint& remainder)
-    {
-        const digits64 a = dividend.magnitude();
-        const digits64 b = divisor.magnitude();
-        if (b == 0)
-            refuse_zero_divisor();
-        const bool negative = a >= b && dividend.negative_ != divisor.negative_;
-        quotient = with_sign(negative, a / b);
-        remainder = with_sign(negative, a % b);
-    }
+                                 ka_wint& remainder);
 
 private:
     using digits64 = unsigned long long;
 
-    static constexpr ka_wint with_sign(bool negative, digits64 magnitude) noexcept
-    {
-        ka_wint value(magnitude);
-        value.negative_ = negative && magnitude != 0;
-        return value;
-    }
-
+    static constexpr ka_wint with_sign(bool negative, digits64 magnitude) noexcept;
     constexpr void become(int value) noexcept { become(static_cast<long long>(value)); }
     constexpr void become(unsigned int value) noexcept { become(static_cast<digits64>(value)); }
-    constexpr void become(long long value) noexcept
-    {
-        // Negated as unsigned, so that the lowest value keeps its magnitude.
-        const auto pattern = static_cast<digits64>(value);
-        become(value < 0 ? 0 - pattern : pattern);
-        negative_ = value < 0;
-    }
-    constexpr void become(digits64 value) noexcept
-    {
-        // Digit by digit without a loop: a compiler makes one store of it.
-        negative_ = false;
-        magnitude_[0] = static_cast<unsigned short>(value);
-        magnitude_[1] = static_cast<unsigned short>(value >> 16);
-        magnitude_[2] = static_cast<unsigned short>(value >> 32);
-        magnitude_[3] = static_cast<unsigned short>(value >> 48);
-    }
+    constexpr void become(long long value) noexcept;
+    constexpr void become(digits64 value) noexcept;
     constexpr void become(const ka_wint& value) noexcept { *this = value; }
 
-    constexpr digits64 magnitude() const noexcept
-    {
-        return digits64{magnitude_[0]} | digits64{magnitude_[1]} << 16 | digits64{magnitude_[2]} << 32 |
-               digits64{magnitude_[3]} << 48;
-    }
-
+    constexpr digits64 magnitude() const noexcept;
     [[noreturn]] static void refuse_zero_divisor();
 
     bool negative_ = false;
     unsigned short magnitude_[4] = {};
 };
+
+#include <time/inline/wint.h>

@@ -8,6 +8,7 @@ build=$1 sources=$2 stage=$3 prefix=$4
 rm -rf "$stage" "$stage.first"
 DESTDIR="$stage.first" cmake --install "$build" --strip >/dev/null
 mv "$stage.first" "$stage"
-ls "$sources"/time/*.h | sed 's|.*/||' >"$stage/headers"
-ls "$stage$prefix/include/ka_time_varnel/time" | diff "$stage/headers" -
+headers() { (cd "$1" && find time -name '*.h' ! -path 'time/src/*' | sort); }
+headers "$sources" >"$stage/headers"
+headers "$stage$prefix/include/ka_time_varnel" | diff "$stage/headers" -
 if grep -rF -e "$build" -e "$sources" -e "$stage.first" "$stage"; then exit 1; fi

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <time/stopwatch.h>
+
+inline bool ka_stopwatch::operator==(const ka_stopwatch& other) const noexcept
+{
+    return start_ == other.start_ && elapsed_ == other.elapsed_ && running_ == other.running_;
+}

@@ -1,0 +1,105 @@
+#pragma once
+
+#include <time/time_of_day.h>
+
+constexpr ka_time::ka_time(unsigned short hours, unsigned short minutes, unsigned short seconds,
+                           unsigned int microseconds)
+{
+    time(hours, minutes, seconds, microseconds);
+}
+
+template <std::integral Seconds>
+constexpr ka_time::ka_time(Seconds seconds) noexcept
+{
+    using widest = std::conditional_t<std::signed_integral<Seconds>, long long, unsigned long long>;
+    since_midnight_ = static_cast<long long>(static_cast<widest>(seconds) % widest{86400});
+    adjust();
+}
+
+constexpr ka_time::ka_time(const ka_time_period& since_midnight) noexcept : since_midnight_(since_midnight)
+{
+    adjust();
+}
+
+constexpr void ka_time::time(unsigned short hours, unsigned short minutes, unsigned short seconds,
+                             unsigned int microseconds)
+{
+    if (!is_hour(hours) || !is_minute(minutes) || !is_second(seconds) || !is_microsecond(microseconds))
+        refuse(hours, minutes, seconds, microseconds);
+    since_midnight_ =
+        ka_time_period::unchecked(hours * 3600 + minutes * 60 + seconds, static_cast<int>(microseconds));
+}
+
+constexpr unsigned short ka_time::hours() const noexcept
+{
+    return static_cast<unsigned short>(second_of_day() / 3600);
+}
+
+constexpr unsigned short ka_time::minutes() const noexcept
+{
+    return static_cast<unsigned short>(second_of_day() / 60 % 60);
+}
+
+constexpr unsigned short ka_time::seconds() const noexcept
+{
+    return static_cast<unsigned short>(second_of_day() % 60);
+}
+
+constexpr unsigned int ka_time::microseconds() const noexcept
+{
+    return static_cast<unsigned int>(since_midnight_.microseconds());
+}
+
+constexpr ka_time ka_time::operator+(const ka_time_period& period) const noexcept
+{
+    return ka_time(since_midnight_ + ka_time(period).since_midnight_);
+}
+
+constexpr ka_time ka_time::operator-(const ka_time_period& period) const noexcept
+{
+    return ka_time(since_midnight_ - ka_time(period).since_midnight_);
+}
+
+constexpr ka_time_period ka_time::operator-(const ka_time& other) const noexcept
+{
+    const ka_time_period difference = since_midnight_ - other.since_midnight_;
+    return difference < ka_time_period() ? difference + ka_time_period(1, 0, 0, 0) : difference;
+}
+
+constexpr bool ka_time::operator==(const ka_time& other) const noexcept
+{
+    return since_midnight_ == other.since_midnight_;
+}
+
+constexpr bool ka_time::operator<(const ka_time& other) const noexcept
+{
+    return since_midnight_ < other.since_midnight_;
+}
+
+/// Of a second below 86400 and a microsecond below 1000000.
+constexpr ka_time ka_time::unchecked(int second_of_day, int microsecond) noexcept
+{
+    ka_time result;
+    result.since_midnight_ = ka_time_period::unchecked(second_of_day, microsecond);
+    return result;
+}
+
+constexpr unsigned int ka_time::second_of_day() const noexcept
+{
+    return static_cast<unsigned int>(since_midnight_.seconds_);
+}
+
+/// Brings the period into one day, from zero on.
+constexpr ka_time& ka_time::adjust() noexcept
+{
+    long long seconds = since_midnight_.seconds_ % ka_time_period::seconds_per_day;
+    int microseconds = since_midnight_.microseconds_;
+    if (microseconds < 0) {
+        microseconds += ka_time_period::microseconds_per_second;
+        --seconds;
+    }
+    if (seconds < 0)
+        seconds += ka_time_period::seconds_per_day;
+    since_midnight_ = ka_time_period::unchecked(seconds, microseconds);
+    return *this;
+}
