@@ -113,13 +113,15 @@ std::string read(const ka_time_and_date& moment)
 {
     const auto time = result_of([&] { return shown(moment.time()); });
     const auto date = result_of([&] { return std::to_string(moment.date().julian_day()); });
-    const auto fields = result_of([&] {
-        const std::tm all = moment;
+    const auto shown_fields = result_of([&] {
+        const char* const format = "%Y-%m-%d %H:%M:%S %j %w ";
+        const std::tm record = moment;
         char text[60];
-        return std::string(text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S %j %w ", &all)) +
-               std::to_string(all.tm_isdst);
+        const std::string fields(text, std::strftime(text, sizeof text, format, &record));
+        EXPECT_EQ(moment.to_string(format), fields);
+        return fields + (moment.is_dst() ? "1" : "0") + std::to_string(record.tm_isdst);
     });
-    return time + " " + date + " " + fields;
+    return time + " " + date + " " + shown_fields;
 }
 
 /// The same from the definitions, and from what date and time show themselves.
@@ -137,7 +139,7 @@ std::string read_stepwise(const ka_time_period& instant, const ka_time_zone& zon
     const auto date = result_of([&] { return std::to_string(local_date().julian_day()); });
     const auto fields = result_of([&] {
         return local_date().to_string("%Y-%m-%d ") + local_time().to_string("%H:%M:%S ") +
-               local_date().to_string("%j %w ") + (zone.is_dst(ka_time(standard), std_date()) ? "1" : "0");
+               local_date().to_string("%j %w ") + (zone.is_dst(ka_time(standard), std_date()) ? "11" : "00");
     });
     return time + " " + date + " " + fields;
 }

@@ -28,22 +28,6 @@ std::string printed(const auto& value)
     return out.str();
 }
 
-TEST(zone_rule, points_are_asked_in_the_years_of_the_rule_alone)
-{
-    const ka_calendar_date new_year(none, 1, 1), none_in_march(none, 3, ka_fifth, 1), leap_day(none, 2, 29);
-    const ka_simple_time_zone_rule rule(none_in_march, leap_day, 2021, 2023),
-        bad_end(new_year, leap_day, 2023, 0);
-    for (const short year : std::initializer_list<short>{-4713, 2020, 2024, 32766})
-        EXPECT_FALSE(rule.is_in_effect(noon, ka_date(3, 5, year)));
-    for (const ka_date& date : {ka_date(1, 5, 2023), ka_date(3, 5, 2023), ka_date(12, 5, 2023)}) {
-        expect_error("invalid_week", "Invalid week for month!", "time/src/date",
-                     [&] { rule.is_in_effect(noon, date); });
-        expect_error("invalid_date", "Month( 2 ), day( 29 ), year( 2023 )", "time/src/date",
-                     [&] { bad_end.is_in_effect(noon, date); });
-    }
-    EXPECT_TRUE(bad_end.is_in_effect(noon, ka_date(2, 28, 2024)));
-}
-
 TEST(zone_rule, fields_and_a_point_changed_after_it_was_handed_over)
 {
     ka_calendar_date march(none, 3, 1), may(none, 5, 1), june(none, 6, 1);
