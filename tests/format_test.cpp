@@ -19,6 +19,15 @@ using namespace std::string_literals;
 const ka_time time_(18, 28, 38, 123);
 const ka_date date_(7, 4, 1991);
 
+/// Writes what a derived class may write.
+struct open_moment : ka_time_and_date {
+    template <typename... Values>
+    static std::string text(const Values&... values)
+    {
+        return formatted(values...);
+    }
+};
+
 TEST(formats, a_missing_half_is_zero)
 {
     EXPECT_EQ(date_.to_string("%c|%H %I %k %l %M %p %q|%r|%S %T %X"),
@@ -32,14 +41,10 @@ TEST(formats, a_missing_half_is_zero)
     const ka_time_zone& before = ka_time_and_date::default_time_zone();
     ka_time_and_date::default_time_zone(ka_time_zone::pacific());
     EXPECT_EQ(date_.to_string("%Z"), "PST8");
-    struct open : ka_time_and_date {
-        static auto text(const ka_time* time, const ka_date* date)
-        {
-            return formatted("%Y-%m-%d %T %Z", time, date);
-        }
-    };
-    EXPECT_EQ(open::text(nullptr, &date_), "1991-07-04 16:00:00 PDT7");
-    EXPECT_EQ(open::text(&time_, nullptr), "1969-12-31 18:28:38 PST8");
+    const std::string codes = "%Y-%m-%d %T %Z";
+    EXPECT_EQ(open_moment::text(codes, nullptr, &date_), "1991-07-04 16:00:00 PDT7");
+    EXPECT_EQ(open_moment::text(codes, &time_, nullptr), "1969-12-31 18:28:38 PST8");
+    EXPECT_EQ(open_moment::text(codes, ka_time_and_date()), "1969-12-31 16:00:00 PST8");
     ka_time_and_date::default_time_zone(before);
 }
 

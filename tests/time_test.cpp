@@ -64,6 +64,10 @@ TEST(time_of_day, arithmetic_goes_round_the_clock)
             << p.to_string() << ", " << q.to_string();
     }
     EXPECT_EQ(ka_time(ka_time_period(-86400, -5)), ka_time(23, 59, 59, 999995));
+    // A period on the right is a time of day, a time on the right a period.
+    const ka_time_period next_morning(25 * 3600);
+    EXPECT_TRUE(ka_time(1, 0, 0) == next_morning && !(ka_time(1, 0, 0) != next_morning));
+    EXPECT_TRUE(next_morning != ka_time(1, 0, 0) && ka_time_period(3600) == ka_time(1, 0, 0));
 }
 
 TEST(time_of_day, setters_check_fields_and_keep_the_time)
