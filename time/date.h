@@ -31,7 +31,7 @@ KA_TIME_VARNEL_API const char* ka_which_one_name(ka_which_one which) noexcept;
 ///     ka_date d(2, 29, 2024);                       // month, day, year
 ///     d.weekday();                                  // 5, a Thursday
 ///     d + ka_time_period(366, 0, 0, 0);             // 1 March 2025
-///     ka_date(ka_last, 1, 10, 2024);                // the last Sunday of October: the 27th
+///     ka_date(ka_last, 1, 10, 2024);                // 27 October 2024, the last Sunday
 ///     d.to_string("%A, %d %B %f");                  // "Thursday, 29 February 2024"
 ///
 /// A date is one number, the Julian Day Number, and is copied like one.
