@@ -18,7 +18,7 @@ from pathlib import Path
 
 PAGES = {"README.md", "docs/cookbook.md", "docs/moving.md", "docs/zones.md"}
 WITHOUT = {"time/export.h", "time/time_varnel.h"}
-# They need more than the library, and results of other kinds: tests of their own hold their samples.
+# Not read: their samples need more than the library, and give values of other libraries.
 OPT_IN = {"time/chrono.h", "time/format.h", "time/hash.h", "time/io.h"}
 RESULT = re.compile(r'("(?:[^"\\]|\\.)*"|true|false|\d\d:\d\d(?::\d\d)?|\d+ [A-Z][a-z]+ -?\d+'
                     r'|-?[\d.]+ (?:day|hour|minute|second)s?|-?\d+(?:\.\d+)?)(?=$|[,:;] )')
