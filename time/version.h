@@ -5,7 +5,7 @@
 /// The version of these headers: `KA_TIME_VARNEL_VERSION` is one number to
 /// compare, 10203 for 1.2.3. docs/guarantees.md tells what each part promises.
 ///
-///     ka_time_varnel_version() / 10000 == KA_TIME_VARNEL_VERSION_MAJOR    // true
+///     ka_time_varnel_version() >= KA_TIME_VARNEL_VERSION;    // true
 #define KA_TIME_VARNEL_VERSION_MAJOR 1
 #define KA_TIME_VARNEL_VERSION_MINOR 0
 #define KA_TIME_VARNEL_VERSION_PATCH 0
