@@ -9,9 +9,9 @@ command -v "$1" >/dev/null || exit 77
 
 # No other folder is searched.
 export PKG_CONFIG_LIBDIR="$libdir/pkgconfig"
-# What pkg-config says is quoted for a shell.
-eval "\"\$@\" -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror \"\$source\" \
-    $(pkg-config --cflags --libs ka_time_varnel) -o \"\$program\""
+said=$(pkg-config --cflags --libs ka_time_varnel)
+# It is quoted for a shell.
+eval "\"\$@\" -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror \"\$source\" $said -o \"\$program\""
 export LD_LIBRARY_PATH="$libdir"
 [ "$test" = none ] && exec "$program"
 exec sh "$test" "$program"
