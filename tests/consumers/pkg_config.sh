@@ -2,6 +2,7 @@
 # pkg_config.sh LIBDIR SOURCE TEST PROGRAM COMPILER [FLAG...]: builds a program by
 # one bare call of the compiler with what pkg-config says, then runs it, by
 # TEST where that is a script and not "none". 77 where the compiler is missing.
+# shellcheck disable=SC2034 # eval reads them
 set -eu
 libdir=$1 source=$2 test=$3 program=$4
 shift 4
