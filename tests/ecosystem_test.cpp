@@ -1,0 +1,188 @@
+#include <climits>
+#include <iomanip>
+#include <limits>
+#include <sstream>
+#include <unordered_set>
+
+#include <gtest/gtest.h>
+
+#include <time/chrono.h>
+#include <time/format.h>
+#include <time/hash.h>
+#include <time/io.h>
+
+#include "expect_error.h"
+
+using namespace std::chrono;
+
+namespace {
+
+constexpr const char* source = "time/chrono";
+const ka_date first_date(38);
+const ka_date last_date(13688960);
+
+struct grouped_digits : std::numpunct<char> {
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\1"; }
+};
+
+/// The value, in a stream with the manipulators, goes in as its text would; and
+/// the stream is as it is after the text.
+template <typename Value>
+void expect_inserted(const Value& value, const std::string& text)
+{
+    for (const auto adjust : {std::ios::left, std::ios::right, std::ios::internal}) {
+        std::ostringstream mine;
+        std::ostringstream plain;
+        for (std::ostringstream* stream : {&mine, &plain}) {
+            stream->imbue(std::locale(std::locale::classic(), new grouped_digits));
+            *stream << std::setfill('*') << std::setw(40) << std::showpos << std::hex;
+            stream->setf(adjust, std::ios::adjustfield);
+        }
+        mine << value << '|' << value;
+        plain << text << '|' << text;
+        EXPECT_EQ(mine.str(), plain.str());
+    }
+}
+
+template <typename Value>
+std::size_t hash_of(const Value& value)
+{
+    return std::hash<Value>()(value);
+}
+
+}
+
+static_assert(std::ranges::view<ka_days> && std::ranges::random_access_range<const ka_days> &&
+              std::ranges::sized_range<ka_days> && std::ranges::borrowed_range<ka_days>);
+static_assert(to_ka_date(2024y / February / last) == ka_date(2, 29, 2024));
+static_assert(to_microseconds(ka_time_period(0, 1, 30, 0, 7)).count() == 5400000007);
+
+TEST(Insertion, IsThatOfTheText)
+{
+    const ka_date date(7, 4, 2024);
+    const ka_time time(18, 28, 38, 123);
+    expect_inserted(date, "07/04/24");
+    expect_inserted(time, "18:28:38:000123");
+    expect_inserted(ka_time_and_date(time, date), "07/04/24 18:28:38:000123");
+    expect_inserted(ka_time_period(-1234567, -5), "-1234567.000005 seconds");
+    expect_inserted(ka_wint(1234567), "1234567");
+    expect_inserted(ka_time_zone::pacific(), "ka_time_zone( PST8, PDT7 )");
+    const ka_calendar_date point(ka_time_period(), 1, 1);
+    expect_inserted(ka_simple_time_zone_rule(point, point, 1, 0), "ka_time_zone_rule()");
+    expect_inserted(ka_stopwatch(), "0 seconds, stopped");
+}
+
+TEST(Chrono, DatesOfAllTheRange)
+{
+    // The first step is such that the last one meets the end.
+    for (int day = first_date.julian_day(); day <= last_date.julian_day(); day += day == 38 ? 88 : 97) {
+        const ka_date date(day);
+        const sys_days expected{days(day - 2440588)};
+        const year_month_day fields(expected);
+        ASSERT_EQ(to_sys_days(date), expected);
+        ASSERT_EQ(to_year_month_day(date), fields);
+        ASSERT_EQ(to_ka_date(expected), date);
+        ASSERT_EQ(to_ka_date(fields), date);
+        ASSERT_EQ(to_chrono_weekday(date.weekday()), weekday(expected));
+        ASSERT_EQ(to_ka_weekday(weekday(expected)), date.weekday());
+    }
+    EXPECT_EQ(to_ka_date(year(-4712) / 1 / 1), first_date);
+    EXPECT_EQ(to_ka_date(year(0) / December / 31) + ka_time_period(1, 0, 0, 0), ka_date(1, 1, 1));
+}
+
+TEST(Chrono, RefusesWhatTheOtherSideLacks)
+{
+    expect_error("invalid_day", "37", "time/src/date", [] { to_ka_date(to_sys_days(first_date) - days(1)); });
+    EXPECT_THROW(to_ka_date(sys_days(days(std::numeric_limits<days::rep>::max()))), ka_time_varnel_error);
+    expect_error("invalid_date", "Month( 2 ), day( 30 ), year( 2024 )", "time/src/date",
+                 [] { to_ka_date(2024y / 2 / 30); });
+    expect_error("invalid_date", "Month( 12 ), day( 31 ), year( -4714 )", "time/src/date",
+                 [] { to_ka_date(year(-4713) / 12 / 31); });
+    for (const int beyond : {32767, -32767})
+        EXPECT_THROW(to_ka_date(year(beyond) / 1 / 1), ka_time_varnel_error);
+    expect_error("invalid_weekday", "0", source, [] { to_chrono_weekday(0); });
+    expect_error("invalid_weekday", "8", source, [] { to_ka_weekday(weekday(8)); });
+    expect_error("invalid_time", "86400 seconds", source, [] { to_ka_time(hh_mm_ss(24h)); });
+    expect_error("invalid_time", "-0.000001 seconds", source, [] { to_ka_time(hh_mm_ss(-1us)); });
+    for (const int sign : {1, -1})
+        expect_error("invalid_time_period",
+                     (sign < 0 ? "-" : "") + std::string("9223372036854.775809 seconds"), source,
+                     [&] { to_microseconds(sign * ka_time_period(9223372036854, 775809)); });
+    expect_error("invalid_time_period", "9223372036854775807 seconds", source,
+                 [] { to_microseconds(ka_time_period(LLONG_MAX)); });
+}
+
+TEST(Chrono, DurationsTimesAndMoments)
+{
+    for (const long long count : {0ll, 1ll, -1ll, 86399999999ll, -86400000001ll, LLONG_MAX, LLONG_MIN}) {
+        const microseconds duration(count);
+        ASSERT_EQ(to_microseconds(to_ka_time_period(duration)), duration);
+        const ka_time_and_date moment = to_ka_time_and_date(sys_time<microseconds>(duration));
+        EXPECT_EQ(moment, ka_time_and_date() + to_ka_time_period(duration));
+        EXPECT_EQ(to_sys_time(moment).time_since_epoch(), duration);
+    }
+    EXPECT_EQ(to_ka_time_period(-1500ms), ka_time_period(-1, -500000));
+    const auto time = to_hh_mm_ss(ka_time(23, 59, 58, 7));
+    EXPECT_TRUE(time.hours() == 23h && time.minutes() == 59min && time.seconds() == 58s);
+    EXPECT_EQ(to_ka_time(time), ka_time(23, 59, 58, 7));
+    const auto july_4 = to_ka_time_and_date(sys_days(2024y / 7 / 4) + 16h, ka_time_zone::eastern());
+    EXPECT_EQ(july_4.time(), ka_time(12, 0, 0));
+}
+
+TEST(Days, AreBothEndsAndAllBetween)
+{
+    const ka_days end_of_range(ka_date(12, 30, 32766), last_date);
+    EXPECT_TRUE(std::ranges::equal(end_of_range, std::vector{ka_date(13688959), last_date}));
+    const ka_days year(ka_date(1, 1, 2024), ka_date(12, 31, 2024));
+    EXPECT_EQ(year.size(), 366u);
+    EXPECT_EQ(*std::ranges::lower_bound(year, ka_date(2, 29, 2024)), ka_date(2, 29, 2024));
+    EXPECT_EQ(std::ranges::count(year, 1, &ka_date::weekday), 52);
+    EXPECT_EQ(year.begin()[60], *(year.end() - 306));
+    EXPECT_TRUE(ka_days(last_date, first_date).empty());
+}
+
+TEST(Hash, FollowsEquality)
+{
+    const ka_time noon(12, 0, 0);
+    ka_time_and_date moment(noon, ka_date(7, 4, 2024), ka_time_zone::utc());
+    std::unordered_set<ka_time_and_date> moments = {moment};
+    moment.time_zone(ka_time_zone::pacific());
+    EXPECT_TRUE(moments.contains(moment));
+    EXPECT_NE(hash_of(moment), hash_of(moment + ka_time_period(0, 1)));
+    EXPECT_EQ(hash_of(noon), hash_of(ka_time(11, 59, 59) + ka_time_period(1)));
+    EXPECT_NE(hash_of(ka_wint(5)), hash_of(ka_wint(-5)));
+
+    std::unordered_set<std::size_t> hashes;
+    std::unordered_set<std::size_t> low_bits;
+    for (int n = -5000; n < 5000; ++n) {
+        hashes.insert(hash_of(ka_time_period(n * 1000000ll)));
+        hashes.insert(hash_of(ka_time_period(0, n * 100 + 1)));
+        low_bits.insert(hash_of(ka_time_period(n, 0, 0, 0)) % 16384);
+    }
+    EXPECT_EQ(hashes.size(), 20000u);
+    EXPECT_GT(low_bits.size(), 5000u);
+    EXPECT_EQ((std::unordered_set<ka_date>{first_date, last_date, first_date}.size()), 2u);
+}
+
+TEST(Format, IsThatOfTheLibrary)
+{
+    const ka_date date(7, 4, 2024);
+    const ka_time_and_date moment(ka_time(18, 0, 0), date, ka_time_zone::eastern());
+    EXPECT_EQ(fmt::format("{:%A, %d %B %f}, {}, {:}", date, date, date),
+              "Thursday, 04 July 2024, 07/04/24, 07/04/24");
+    EXPECT_EQ(fmt::format("{0:%-6H|%06H|%%} {0:on %Z} {0}", moment),
+              "18    |000018|% on EDT4 " + moment.to_string());
+    EXPECT_EQ(fmt::format("{:%5k%Y}", ka_time()), "    00");
+    EXPECT_EQ(fmt::format("{:.>12}|{:{}}|{}", ka_time_period(90), ka_wint(-7), 4, ka_wint(8)),
+              "..90 seconds|-7  |8");
+    for (const char* wrong : {"{:%Q}", "{:%", "{:%Y %}", "{:%-05}", "{:{%Y}}", "{:%Y"})
+        EXPECT_THROW((void)fmt::format(fmt::runtime(wrong), date), fmt::format_error) << wrong;
+    for (const char code : std::string_view("aAbBcCdDefHIjklmMnpPqrsStTUwWxXyYZ%")) {
+        const std::string pattern = std::string("{:%") + code + "}";
+        EXPECT_EQ(fmt::format(fmt::runtime(pattern), date), date.to_string(std::string("%") + code));
+    }
+    for (const char code : std::string_view("aAbBjUwW"))
+        EXPECT_THROW((void)fmt::format(fmt::runtime(std::string("{:%") + code + "}"), ka_time()),
+                     fmt::format_error);
+}

@@ -1,0 +1,3 @@
+#include <time/format.h>
+
+std::string text() { return fmt::format(FORMAT, ka_time()); }

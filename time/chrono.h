@@ -1,0 +1,278 @@
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+#include <compare>
+#include <concepts>
+#include <cstddef>
+#include <iterator>
+#include <ranges>
+#include <string>
+
+#include <time/date.h>
+#include <time/error.h>
+#include <time/time_of_day.h>
+#include <time/timedate.h>
+#include <time/tperiod.h>
+#include <time/zone.h>
+
+/// To `std::chrono` and back, and days to loop over.
+///
+///     #include <time/chrono.h>
+///     using namespace std::chrono;
+///
+///     to_ka_date(2024y / July / 4).weekday();                        // 5, a Thursday
+///     to_year_month_day(ka_date(3, 15, -44));                        // -43y / March / 15
+///     to_microseconds(ka_time_period(0, 1, 30)).count();             // 90000000
+///     auto now = floor<microseconds>(system_clock::now());
+///     to_ka_time_and_date(now, ka_time_zone::eastern());             // the same instant, seen in New York
+///
+///     for (ka_date day : ka_days(ka_date(2, 28, 2024), ka_date(3, 1, 2024)))
+///         std::cout << day.to_string("%d ");                         // 28 29 01
+///
+///     library             std::chrono                     what is refused on the way here, and there
+///     ka_date             sys_days                        invalid_day, nothing
+///     ka_date             year_month_day                  invalid_date, nothing
+///     weekday, 1 to 7     weekday                         invalid_weekday, invalid_weekday
+///     ka_time_period      microseconds                    nothing, invalid_time_period
+///     ka_time             hh_mm_ss<microseconds>          invalid_time, nothing
+///     ka_time_and_date    sys_time<microseconds>          nothing, invalid_time_period
+///
+/// Exact: nothing is rounded, and there and back gives the same value. Finer
+/// values than microseconds, such as `system_clock::now()`, are floored first,
+/// by the caller; coarser ones go in as they are.
+/// Years: chrono has a year 0, the library has not. 1 B.C. is -1 here and 0
+/// there, 44 B.C. is -44 here and -43 there.
+/// Failure: `ka_time_varnel_error` with the code named above.
+/// Constant expressions: all but what has a moment in it.
+
+/// The day number of 1 January 1970, from which chrono counts.
+inline constexpr int ka_chrono_epoch = 2440588;
+
+/// The codes of what is refused here.
+enum class ka_chrono_refusal : int { invalid_time = 1, invalid_time_period = 2, invalid_weekday = 5 };
+
+/// Throws the error of a code, in the library's words.
+[[noreturn]] inline void ka_chrono_refuse(ka_chrono_refusal refusal, const std::string& shown, int line)
+{
+    const int code = static_cast<int>(refusal);
+    const std::string text = std::string(ka_time_varnel_error::symbol(code)) + ": " + shown +
+                             " [time/chrono:" + std::to_string(line) + "]";
+    throw ka_time_varnel_error(code, text.c_str());
+}
+
+// Dates.
+
+/// A date that was stepped out of its range is taken as its day number says.
+constexpr std::chrono::sys_days to_sys_days(const ka_date& date) noexcept
+{
+    return std::chrono::sys_days(std::chrono::days(date.julian_day() - ka_chrono_epoch));
+}
+
+/// A day from 1 January -4713 to 31 December 32766, else `invalid_day`.
+constexpr ka_date to_ka_date(std::chrono::sys_days day)
+{
+    // A sum beyond 64 bits wraps to a number that is out of the range as well.
+    return ka_date(static_cast<long long>(static_cast<unsigned long long>(day.time_since_epoch().count()) +
+                                          ka_chrono_epoch));
+}
+
+constexpr std::chrono::year_month_day to_year_month_day(const ka_date& date) noexcept
+{
+    unsigned short month = 0;
+    unsigned short day = 0;
+    short year = 0;
+    ka_date::calc_calendar_date(date.julian_day(), &month, &day, &year);
+    return {std::chrono::year(year < 0 ? year + 1 : year), std::chrono::month(month), std::chrono::day(day)};
+}
+
+/// A day that the calendar has, else `invalid_date`: 30 February does not run
+/// on into March.
+constexpr ka_date to_ka_date(const std::chrono::year_month_day& date)
+{
+    const int year = static_cast<int>(date.year());
+    return ka_date(static_cast<unsigned short>(static_cast<unsigned int>(date.month())),
+                   static_cast<unsigned short>(static_cast<unsigned int>(date.day())),
+                   static_cast<short>(year > 0 ? year : year - 1));
+}
+constexpr ka_date to_ka_date(const std::chrono::year_month_day_last& date)
+{
+    return to_ka_date(std::chrono::year_month_day(date));
+}
+
+// Weekdays, by number. That of a date is `std::chrono::weekday(to_sys_days(date))`.
+
+/// 1 (Sunday) to 7 (Saturday), else `invalid_weekday`.
+constexpr std::chrono::weekday to_chrono_weekday(unsigned short weekday)
+{
+    if (!ka_date::is_weekday(weekday))
+        ka_chrono_refuse(ka_chrono_refusal::invalid_weekday, std::to_string(weekday), __LINE__);
+    return std::chrono::weekday(weekday - 1u);
+}
+
+/// 1 (Sunday) to 7 (Saturday). One that is not `ok()` throws `invalid_weekday`.
+constexpr unsigned short to_ka_weekday(std::chrono::weekday weekday)
+{
+    if (!weekday.ok())
+        ka_chrono_refuse(ka_chrono_refusal::invalid_weekday, std::to_string(weekday.c_encoding()), __LINE__);
+    return static_cast<unsigned short>(weekday.c_encoding() + 1);
+}
+
+// Durations.
+
+constexpr ka_time_period to_ka_time_period(std::chrono::microseconds period) noexcept
+{
+    constexpr long long million = 1000000;
+    ka_time_period result(period.count() / million);
+    result += ka_time_period(0, 0, 0, 0, static_cast<int>(period.count() % million));
+    return result;
+}
+
+/// A period of at most 2^63 microseconds, some 292,000 years, either way; else
+/// `invalid_time_period`. A time of day goes in too, as the period since midnight.
+constexpr std::chrono::microseconds to_microseconds(const ka_time_period& period)
+{
+    constexpr std::chrono::microseconds lowest = std::chrono::microseconds::min();
+    constexpr std::chrono::microseconds highest = std::chrono::microseconds::max();
+    if (period < to_ka_time_period(lowest) || period > to_ka_time_period(highest))
+        ka_chrono_refuse(ka_chrono_refusal::invalid_time_period, period.to_string(), __LINE__);
+    // Days first: of all the seconds a period tells 32 bits only.
+    const ka_time_period rest = period - ka_time_period(period.to_days(), 0, 0, 0);
+    const long long seconds = period.to_days() * 86400ll + rest.to_seconds();
+    return std::chrono::microseconds(seconds * 1000000 + rest.microseconds());
+}
+
+// Times of day.
+
+constexpr std::chrono::hh_mm_ss<std::chrono::microseconds> to_hh_mm_ss(const ka_time& time)
+{
+    return std::chrono::hh_mm_ss<std::chrono::microseconds>(to_microseconds(time));
+}
+
+/// A time from 00:00 to before 24:00, else `invalid_time`. For microseconds
+/// round the clock there is `ka_time(to_ka_time_period(microseconds))`.
+template <typename Duration>
+requires std::convertible_to<Duration, std::chrono::microseconds>
+constexpr ka_time to_ka_time(const std::chrono::hh_mm_ss<Duration>& time)
+{
+    const ka_time_period since_midnight = to_ka_time_period(time.to_duration());
+    if (since_midnight < ka_time_period() || since_midnight >= ka_time_period(1, 0, 0, 0))
+        ka_chrono_refuse(ka_chrono_refusal::invalid_time, since_midnight.to_string(), __LINE__);
+    return ka_time(since_midnight);
+}
+
+// Moments. Chrono's system time is an instant without a zone, so that of the
+// moment plays no part.
+
+/// An instant within 292,000 years of 1970, else `invalid_time_period`.
+inline std::chrono::sys_time<std::chrono::microseconds> to_sys_time(const ka_time_and_date& moment)
+{
+    const ka_time_period epoch(ka_chrono_epoch, 0, 0, 0);
+    return std::chrono::sys_time<std::chrono::microseconds>(
+        to_microseconds(moment.utc_time_and_date() - epoch));
+}
+
+/// The moment in the default zone.
+inline ka_time_and_date to_ka_time_and_date(std::chrono::sys_time<std::chrono::microseconds> time) noexcept
+{
+    return ka_time_and_date(to_ka_time_period(time.time_since_epoch()));
+}
+
+/// The moment in a zone, which must outlive it.
+inline ka_time_and_date to_ka_time_and_date(std::chrono::sys_time<std::chrono::microseconds> time,
+                                            const ka_time_zone& zone) noexcept
+{
+    ka_time_and_date moment = to_ka_time_and_date(time);
+    moment.time_zone(zone);
+    return moment;
+}
+
+// Days in a row.
+
+/// Walks from day to day. It makes each date when it is asked for one, so it
+/// can stand one day past the last date that there is.
+class ka_day_iterator {
+public:
+    using iterator_concept = std::random_access_iterator_tag;
+    /// To older algorithms no more than this: what `*` gives is a value.
+    using iterator_category = std::input_iterator_tag;
+    using value_type = ka_date;
+    using difference_type = std::ptrdiff_t;
+    using reference = ka_date;
+    using pointer = void;
+
+    constexpr ka_day_iterator() noexcept = default;
+    explicit constexpr ka_day_iterator(int julian_day) noexcept : julian_day_(julian_day) {}
+
+    /// A day out of the range of `ka_date` throws `invalid_day`.
+    constexpr ka_date operator*() const { return ka_date(julian_day_); }
+    constexpr ka_date operator[](difference_type days) const { return *(*this + days); }
+
+    constexpr ka_day_iterator& operator++() noexcept { return *this += 1; }
+    constexpr ka_day_iterator& operator--() noexcept { return *this += -1; }
+    constexpr ka_day_iterator operator++(int) noexcept
+    {
+        const ka_day_iterator before = *this;
+        ++*this;
+        return before;
+    }
+    constexpr ka_day_iterator operator--(int) noexcept
+    {
+        const ka_day_iterator before = *this;
+        --*this;
+        return before;
+    }
+    constexpr ka_day_iterator& operator+=(difference_type days) noexcept
+    {
+        julian_day_ = static_cast<int>(julian_day_ + days);
+        return *this;
+    }
+    constexpr ka_day_iterator& operator-=(difference_type days) noexcept { return *this += -days; }
+
+    friend constexpr ka_day_iterator operator+(ka_day_iterator at, difference_type days) noexcept
+    {
+        return at += days;
+    }
+    friend constexpr ka_day_iterator operator+(difference_type days, ka_day_iterator at) noexcept
+    {
+        return at += days;
+    }
+    friend constexpr ka_day_iterator operator-(ka_day_iterator at, difference_type days) noexcept
+    {
+        return at -= days;
+    }
+    friend constexpr difference_type operator-(ka_day_iterator a, ka_day_iterator b) noexcept
+    {
+        return difference_type{a.julian_day_} - b.julian_day_;
+    }
+
+    constexpr bool operator==(const ka_day_iterator&) const noexcept = default;
+    constexpr std::strong_ordering operator<=>(const ka_day_iterator&) const noexcept = default;
+
+private:
+    int julian_day_ = 0;
+};
+
+/// All days from `first` to `last`, both included; none where `last` is the
+/// earlier. A view of two numbers, with random access and a size, which keeps
+/// no reference to the dates.
+class ka_days : public std::ranges::view_base {
+public:
+    constexpr ka_days() noexcept = default;
+    constexpr ka_days(const ka_date& first, const ka_date& last) noexcept
+        : begin_(first.julian_day()), end_(std::max(first.julian_day(), last.julian_day() + 1))
+    {}
+
+    constexpr ka_day_iterator begin() const noexcept { return begin_; }
+    constexpr ka_day_iterator end() const noexcept { return end_; }
+    constexpr std::size_t size() const noexcept { return static_cast<std::size_t>(end_ - begin_); }
+    constexpr bool empty() const noexcept { return begin_ == end_; }
+    constexpr ka_date operator[](std::ptrdiff_t index) const { return begin_[index]; }
+
+private:
+    ka_day_iterator begin_;
+    ka_day_iterator end_;
+};
+
+template <>
+inline constexpr bool std::ranges::enable_borrowed_range<ka_days> = true;

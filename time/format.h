@@ -1,0 +1,169 @@
+#pragma once
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <version>
+
+#if defined(__cpp_lib_format)
+#include <format>
+#endif
+#if !defined(KA_TIME_VARNEL_WITHOUT_FMT) && __has_include(<fmt/format.h>)
+#define KA_TIME_VARNEL_HAS_FMT
+#include <fmt/format.h>
+#endif
+
+#include <time/date.h>
+#include <time/time_of_day.h>
+#include <time/timedate.h>
+#include <time/tperiod.h>
+#include <time/wint.h>
+
+/// Formatters, for `std::format` and for {fmt}.
+///
+///     #include <time/format.h>
+///
+///     ka_date date(7, 4, 2024);
+///     std::format("{:%A, %d %B %f}", date);       // "Thursday, 04 July 2024"
+///     fmt::format("{}", date);                    // "07/04/24", as date.to_string()
+///     fmt::format("{:%Y|%8H|%-8H|}", date);       // "2024|      00|00      |"
+///     fmt::format("{:>20}", ka_time_period(90));  // "          90 seconds"
+///
+/// Which of the two: that of the standard library where the compiler has it,
+/// and that of {fmt} where <fmt/format.h> is found, whichever is included
+/// first. A program that wants no {fmt} defines KA_TIME_VARNEL_WITHOUT_FMT.
+///
+/// Dates, times and moments: behind the colon comes a format of docs/format.md,
+/// up to the closing brace. Widths are those of its codes. Nothing behind the
+/// colon, or no colon, is the default format.
+/// Durations and wide integers: behind the colon comes what a string takes:
+/// fill, alignment (to the left, if none is named), width, precision.
+/// Failure: the library itself refuses no format, but here one is mostly meant
+/// for a compiler to check. These don't compile, or throw `format_error` where
+/// the text is read at run time:
+/// - a `%` at the end, with no code behind it;
+/// - a letter that is no code, such as `%Q`; other characters print themselves,
+///   as in `%%`;
+/// - for a time of day, the names and numbers that only a date has: `%a %A %b
+///   %B %j %U %w %W`;
+/// - an opening brace. A closing one ends the format.
+/// What `to_string` throws passes through as it is: a layout of the user's
+/// locale (`%c`, `%x`) can hold a code that a time of day has nothing for.
+/// Text of `char` only.
+
+/// Reads a format up to the closing brace, and prints a value in it: what the
+/// formatters of both libraries share. `Error` is the library's `format_error`.
+template <typename Value, typename Error>
+class ka_pattern_formatter {
+public:
+    template <typename Context>
+    constexpr auto parse(Context& context)
+    {
+        const auto end = std::find(context.begin(), context.end(), '}');
+        pattern_ = std::string_view(context.begin(), end);
+        check(pattern_);
+        return end;
+    }
+
+    template <typename Context>
+    auto format(const Value& value, Context& context) const
+    {
+        const std::string text = pattern_.empty() ? value.to_string() : in_pattern(value);
+        return std::copy(text.begin(), text.end(), context.out());
+    }
+
+private:
+    static constexpr std::string_view codes = "aAbBcCdDefHIjklmMnpPqrsStTUwWxXyYZ";
+    static constexpr std::string_view codes_of_dates_only = "aAbBjUwW";
+    static constexpr std::string_view digits = "0123456789";
+
+    static constexpr bool is_letter(char c) { return ('a' <= c && c <= 'z') || ('A' <= c && c <= 'Z'); }
+    static constexpr bool holds(std::string_view set, char c) { return set.find(c) != set.npos; }
+
+    static constexpr void check(std::string_view pattern)
+    {
+        if (holds(pattern, '{'))
+            throw Error("an opening brace in the format of a date or time");
+        for (auto at = pattern.find('%'); at != pattern.npos; at = pattern.find('%', at + 1)) {
+            ++at;
+            if (pattern.substr(at).starts_with('-') || pattern.substr(at).starts_with('0'))
+                ++at;
+            at = pattern.find_first_not_of(digits, at);
+            if (at == pattern.npos)
+                throw Error("a % without a code behind it in the format of a date or time");
+            if (is_letter(pattern[at]) && !holds(codes, pattern[at]))
+                throw Error("a letter that is no code in the format of a date or time");
+            if (std::is_same_v<Value, ka_time> && holds(codes_of_dates_only, pattern[at]))
+                throw Error("a code that only a date has in the format of a time of day");
+        }
+    }
+
+    std::string in_pattern(const Value& value) const
+    {
+        const std::string pattern(pattern_);
+        if constexpr (std::is_same_v<Value, ka_time_and_date>)
+            return value.to_string(pattern.c_str());
+        else
+            return value.to_string(pattern);
+    }
+
+    /// A part of the text that the formatter was made for, which outlives it.
+    std::string_view pattern_;
+};
+
+#if defined(__cpp_lib_format)
+
+template <>
+struct std::formatter<ka_date> : ka_pattern_formatter<ka_date, std::format_error> {};
+template <>
+struct std::formatter<ka_time> : ka_pattern_formatter<ka_time, std::format_error> {};
+template <>
+struct std::formatter<ka_time_and_date> : ka_pattern_formatter<ka_time_and_date, std::format_error> {};
+
+template <>
+struct std::formatter<ka_time_period> : std::formatter<std::string_view> {
+    template <typename Context>
+    auto format(const ka_time_period& period, Context& context) const
+    {
+        return std::formatter<std::string_view>::format(period.to_string(), context);
+    }
+};
+template <>
+struct std::formatter<ka_wint> : std::formatter<std::string_view> {
+    template <typename Context>
+    auto format(const ka_wint& value, Context& context) const
+    {
+        return std::formatter<std::string_view>::format(value.to_string(), context);
+    }
+};
+
+#endif
+
+#if defined(KA_TIME_VARNEL_HAS_FMT)
+
+template <>
+struct fmt::formatter<ka_date> : ka_pattern_formatter<ka_date, fmt::format_error> {};
+template <>
+struct fmt::formatter<ka_time> : ka_pattern_formatter<ka_time, fmt::format_error> {};
+template <>
+struct fmt::formatter<ka_time_and_date> : ka_pattern_formatter<ka_time_and_date, fmt::format_error> {};
+
+template <>
+struct fmt::formatter<ka_time_period> : fmt::formatter<fmt::string_view> {
+    template <typename Context>
+    auto format(const ka_time_period& period, Context& context) const
+    {
+        return fmt::formatter<fmt::string_view>::format(period.to_string(), context);
+    }
+};
+template <>
+struct fmt::formatter<ka_wint> : fmt::formatter<fmt::string_view> {
+    template <typename Context>
+    auto format(const ka_wint& value, Context& context) const
+    {
+        return fmt::formatter<fmt::string_view>::format(value.to_string(), context);
+    }
+};
+
+#endif

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+
+#include <time/date.h>
+#include <time/time_of_day.h>
+#include <time/timedate.h>
+#include <time/tperiod.h>
+#include <time/wint.h>
+
+/// `std::hash` for dates, times of day, moments, durations and wide integers:
+/// what the unordered containers ask for.
+///
+///     #include <time/hash.h>
+///
+///     std::unordered_map<ka_date, std::string> holidays = {{ka_date(12, 25, 2024), "Christmas Day"}};
+///     holidays.at(ka_date(ka_fourth, 4, 12, 2024).next(4));    // "Christmas Day", a Wednesday
+///
+/// Equal values have equal hashes. For a moment the instant counts, as it does
+/// for `==`: its zone plays no part.
+/// Range: all values, also dates that were stepped out of theirs. Distinct
+/// durations below 292,000 years, and moments as far from day number 0, have
+/// distinct hashes where `size_t` has 64 bits.
+/// No hash throws, or needs the library to be started. A hash is for the
+/// program that runs: another version may have another one.
+
+template <>
+struct std::hash<ka_date> {
+    std::size_t operator()(const ka_date& date) const noexcept { return std::hash<int>()(date.julian_day()); }
+};
+
+template <>
+struct std::hash<ka_time_period> {
+    std::size_t operator()(const ka_time_period& period) const noexcept
+    {
+        // Days and seconds are read in 32 bits each: together they tell the
+        // second, as a day has fewer seconds than that.
+        const auto days = static_cast<unsigned int>(period.to_days());
+        const auto second_of_day =
+            static_cast<int>(static_cast<unsigned int>(period.to_seconds()) - days * 86400u);
+        const long long seconds = period.to_days() * 86400ll + second_of_day;
+        const auto microseconds = static_cast<unsigned long long>(seconds) * 1000000u +
+                                  static_cast<unsigned long long>(period.microseconds());
+        // Whole seconds differ in few low bits, which are those that a table of
+        // 2^n places looks at.
+        const unsigned long long spread = (microseconds ^ microseconds >> 32) * 0x9e3779b97f4a7c15;
+        return static_cast<std::size_t>(spread ^ spread >> 32);
+    }
+};
+
+template <>
+struct std::hash<ka_time> {
+    std::size_t operator()(const ka_time& time) const noexcept
+    {
+        return std::hash<ka_time_period>()(static_cast<ka_time_period>(time));
+    }
+};
+
+template <>
+struct std::hash<ka_time_and_date> {
+    std::size_t operator()(const ka_time_and_date& moment) const noexcept
+    {
+        return std::hash<ka_time_period>()(moment.utc_time_and_date());
+    }
+};
+
+template <>
+struct std::hash<ka_wint> {
+    std::size_t operator()(const ka_wint& value) const noexcept
+    {
+        return std::hash<unsigned long long>()(value.to_uint64_t()) ^ std::size_t{value.is_negative()};
+    }
+};
