@@ -156,11 +156,11 @@ TEST(Hash, FollowsEquality)
     std::unordered_set<std::size_t> hashes;
     std::unordered_set<std::size_t> low_bits;
     for (int n = -5000; n < 5000; ++n) {
-        hashes.insert(hash_of(ka_time_period(n * 1000000ll)));
-        hashes.insert(hash_of(ka_time_period(0, n * 100 + 1)));
-        low_bits.insert(hash_of(ka_time_period(n, 0, 0, 0)) % 16384);
+        const std::size_t of_days = hash_of(ka_time_period(n * 1000, 0, 0, 0));
+        hashes.insert({of_days, hash_of(ka_time_period(n)), hash_of(ka_time_period(0, n))});
+        low_bits.insert(of_days % 16384);
     }
-    EXPECT_EQ(hashes.size(), 20000u);
+    EXPECT_EQ(hashes.size(), 29998u);
     EXPECT_GT(low_bits.size(), 5000u);
     EXPECT_EQ((std::unordered_set<ka_date>{first_date, last_date, first_date}.size()), 2u);
 }
@@ -176,7 +176,7 @@ TEST(Format, IsThatOfTheLibrary)
     EXPECT_EQ(fmt::format("{:%5k%Y}", ka_time()), "    00");
     EXPECT_EQ(fmt::format("{:.>12}|{:{}}|{}", ka_time_period(90), ka_wint(-7), 4, ka_wint(8)),
               "..90 seconds|-7  |8");
-    for (const char* wrong : {"{:%Q}", "{:%", "{:%Y %}", "{:%-05}", "{:{%Y}}", "{:%Y"})
+    for (const char* wrong : {"{:%Q}", "{:%", "{:%Y %}", "{:%-05}", "{:{%Y}", "{:%Y"})
         EXPECT_THROW((void)fmt::format(fmt::runtime(wrong), date), fmt::format_error) << wrong;
     for (const char code : std::string_view("aAbBcCdDefHIjklmMnpPqrsStTUwWxXyYZ%")) {
         const std::string pattern = std::string("{:%") + code + "}";

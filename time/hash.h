@@ -42,9 +42,9 @@ struct std::hash<ka_time_period> {
         const long long seconds = period.to_days() * 86400ll + second_of_day;
         const auto microseconds = static_cast<unsigned long long>(seconds) * 1000000u +
                                   static_cast<unsigned long long>(period.microseconds());
-        // Whole seconds differ in few low bits, which are those that a table of
-        // 2^n places looks at.
-        const unsigned long long spread = (microseconds ^ microseconds >> 32) * 0x9e3779b97f4a7c15;
+        // Whole days end in 13 bits of 0, and a table of 2^n places looks at
+        // no others.
+        const unsigned long long spread = microseconds * 0x9e3779b97f4a7c15;
         return static_cast<std::size_t>(spread ^ spread >> 32);
     }
 };
