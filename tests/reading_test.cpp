@@ -159,11 +159,6 @@ TEST_F(zones, rules_and_readings_are_those_of_the_steps)
             time = near.time() + ka_time_period(0, static_cast<int>(pick(-1, 1)));
             result_of([&] { return date = near.date(year), ""; });
         }
-        const auto ask = [&](const ka_time_zone& zone) {
-            return result_of(
-                [&] { return shown(zone.dst_adjustment(time, date)) + " " + zone.name(time, date); });
-        };
-        ASSERT_EQ(ask(*quick_), ask(*stepwise_)) << date.to_string("%Y-%m-%d ") << time.to_string();
         const auto is_in_effect = [&](const ka_time_zone_rule& rule) {
             return result_of([&] { return rule.is_in_effect(time, date) ? "yes" : "no"; });
         };
@@ -180,11 +175,9 @@ TEST_F(zones, rules_and_readings_are_those_of_the_steps)
             moment.time_and_date(time, date);
             return shown(moment.utc_time_and_date());
         });
-        const auto expected = result_of([&] {
-            const ka_time_period offset = stepwise_->offset(time, date);
-            return shown((date - ka_date(38)) + ka_time_period(38, 0, 0, 0) + time + offset);
-        });
-        ASSERT_EQ(set, expected) << date.to_string("%Y-%m-%d ") << time.to_string();
+        const ka_time_period midnight(date.julian_day() * 86400ll);
+        ASSERT_EQ(set, result_of([&] { return shown(midnight + time + stepwise_->offset(time, date)); }))
+            << date.to_string("%Y-%m-%d ") << time.to_string();
     }
 }
 

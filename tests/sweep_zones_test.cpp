@@ -1,8 +1,9 @@
 #include <algorithm>
 #include <chrono>
-#include <iterator>
+#include <map>
 #include <set>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -15,32 +16,22 @@
 
 namespace {
 
+using namespace std::chrono;
 using namespace std::chrono_literals;
-using std::chrono::days, std::chrono::floor, std::chrono::hours, std::chrono::minutes, std::chrono::sys_days;
 
 /// What a clock shows, whichever clock it is.
-using clock_time = std::chrono::sys_time<std::chrono::microseconds>;
+using clock_time = sys_time<microseconds>;
 
 constexpr int first_day = 38, last_day = 13688960;
 constexpr sys_days day_zero{-days(2440588)};
 
-constexpr int last = -1, day_of_month = 0, sun = 0, mon = 1, fri = 5;
-
 struct point {
-    int hour;
-    unsigned int month;
-    int week;
-    unsigned int day; // a weekday from Sunday, 0, on but where `week` is `day_of_month`
+    std::variant<month_day, month_weekday, month_weekday_last> date;
+    hours when;
 
-    clock_time in(int year) const
+    clock_time in(std::chrono::year year) const
     {
-        const auto in_month = std::chrono::year(year) / month;
-        const std::chrono::weekday weekday(day);
-        if (week == day_of_month)
-            return sys_days(in_month / day) + hours(hour);
-        if (week == last)
-            return sys_days(in_month / weekday[std::chrono::last]) + hours(hour);
-        return sys_days(in_month / weekday[static_cast<unsigned int>(week)]) + hours(hour);
+        return std::visit([&](const auto& any) { return sys_days(year / any); }, date) + when;
     }
 };
 
@@ -48,32 +39,42 @@ struct rule_row {
     point start, end;
     int first_year, last_year = 0;
 
-    bool covers(int year) const { return first_year <= year && (last_year == 0 || year <= last_year); }
-    bool holds(clock_time now, int year) const
+    bool covers(std::chrono::year year) const
     {
+        return first_year <= int(year) && (last_year == 0 || int(year) <= last_year);
+    }
+    bool holds(clock_time now) const
+    {
+        const auto year = year_month_day(floor<days>(now)).year();
         if (!covers(year))
             return false;
-        const bool is_after_start = start.in(year) <= now, is_before_end = now < end.in(year);
-        return start.month < end.month ? is_after_start && is_before_end : is_after_start || is_before_end;
+        const clock_time from = start.in(year), to = end.in(year);
+        return from < to ? from <= now && now < to : from <= now || now < to;
     }
 };
 
 // clang-format off
 using rows = std::vector<rule_row>;
 const rows british = {
-    {{2, 3, last, sun}, {1, 10, 4, sun}, 1981, 1988}, {{2, 3, last, sun}, {1, 10, last, sun}, 1989, 1989},
-    {{2, 3, last, sun}, {1, 10, 4, sun}, 1990, 1995}, {{1, 3, last, sun}, {1, 10, last, sun}, 1996}};
+    {{March/Sunday[last], 2h}, {October/Sunday[4], 1h}, 1981, 1988},
+    {{March/Sunday[last], 2h}, {October/Sunday[last], 1h}, 1989, 1989},
+    {{March/Sunday[last], 2h}, {October/Sunday[4], 1h}, 1990, 1995},
+    {{March/Sunday[last], 1h}, {October/Sunday[last], 1h}, 1996}};
 const rows american = {
-    {{2, 4, last, sun}, {1, 10, last, sun}, 1967, 1973},
-    {{2, 1, day_of_month, 6}, {1, 11, last, sun}, 1974, 1974},
-    {{2, 2, 4, sun}, {1, 10, last, sun}, 1975, 1975}, {{2, 4, last, sun}, {1, 10, last, sun}, 1976, 1986},
-    {{2, 4, 1, sun}, {1, 10, last, sun}, 1987, 2006}, {{2, 3, 2, sun}, {2, 11, 1, sun}, 2007}};
-const rows alaskan = {american[0], american[1], american[2], {{2, 4, last, sun}, {1, 10, last, sun}, 1986}};
-const rows western = {{{1, 3, last, sun}, {1, 10, last, sun}, 1996}};
-const rows central = {{{2, 3, last, sun}, {2, 10, last, sun}, 1996}};
-const rows southern = {{{2, 10, last, sun}, {1, 3, 1, sun}, 1985}};
+    {{April/Sunday[last], 2h}, {October/Sunday[last], 1h}, 1967, 1973},
+    {{January/6, 2h}, {November/Sunday[last], 1h}, 1974, 1974},
+    {{February/Sunday[4], 2h}, {October/Sunday[last], 1h}, 1975, 1975},
+    {{April/Sunday[last], 2h}, {October/Sunday[last], 1h}, 1976, 1986},
+    {{April/Sunday[1], 2h}, {October/Sunday[last], 1h}, 1987, 2006},
+    {{March/Sunday[2], 2h}, {November/Sunday[1], 2h}, 2007}};
+const rows alaskan = {
+    american[0], american[1], american[2], {{April/Sunday[last], 2h}, {October/Sunday[last], 1h}, 1986}};
+const rows western = {{{March/Sunday[last], 1h}, {October/Sunday[last], 1h}, 1996}};
+const rows central = {{{March/Sunday[last], 2h}, {October/Sunday[last], 2h}, 1996}};
+const rows southern = {{{October/Sunday[last], 2h}, {March/Sunday[1], 1h}, 1985}};
 const rows israeli = {
-    {{1, 4, 2, mon}, {0, 9, last, mon}, 2001, 2006}, {{2, 3, last, fri}, {1, 9, 3, sun}, 2007}};
+    {{April/Monday[2], 1h}, {September/Monday[last], 0h}, 2001, 2006},
+    {{March/Friday[last], 2h}, {September/Sunday[3], 1h}, 2007}};
 
 using zone = ka_time_zone;
 /// Of zones with the same offset, the one that is found by it stands first.
@@ -103,11 +104,10 @@ struct open_zone : ka_time_zone {
 
 bool is_dst(const rows& rules, clock_time now)
 {
-    const int year(std::chrono::year_month_day(floor<days>(now)).year());
-    return std::any_of(rules.begin(), rules.end(), [&](const auto& rule) { return rule.holds(now, year); });
+    return std::any_of(rules.begin(), rules.end(), [&](const auto& rule) { return rule.holds(now); });
 }
 
-ka_time_period as_period(std::chrono::microseconds count)
+ka_time_period as_period(microseconds count)
 {
     return ka_time_period(count / 1s, static_cast<int>((count % 1s).count()));
 }
@@ -165,15 +165,16 @@ TEST(zone_sweep, every_change_of_the_clocks_and_the_ends_of_the_range)
 {
     for (const zone_row& row : catalogue) {
         std::vector<clock_time> edges = {day_zero + days(first_day), day_zero + days(last_day + 1),
-                                         sys_days(std::chrono::year(1) / 1 / 1)};
-        for (int year = 1960; year <= 32766; ++year) {
-            if (year > 2040 && year < 32760 && year % SWEEP_STRIDE != 0)
+                                         sys_days(1y / January / 1)};
+        for (auto year = 1960y; year <= 32766y; ++year) {
+            const bool is_early = year <= 2040y;
+            if (!is_early && year < 32760y && int(year) % SWEEP_STRIDE != 0)
                 continue;
-            const sys_days new_year(std::chrono::year(year) / 1 / 1);
-            if (year <= 2040 || is_dst(row.rules, new_year))
+            const sys_days new_year(year / January / 1);
+            if (is_early || is_dst(row.rules, new_year))
                 edges.push_back(new_year);
             for (const rule_row& rule : row.rules)
-                if (year <= 2040 || rule.covers(year))
+                if (is_early || rule.covers(year))
                     edges.insert(edges.end(), {rule.start.in(year), rule.end.in(year)});
         }
         // What is set in the hour after a change can read an hour earlier.
@@ -188,22 +189,24 @@ TEST(zone_sweep, zones_share_rules_and_are_found_as_the_table_says)
 {
     const ka_time_zone_rule* (ka_time_zone::*const in_slot)(int) const = &open_zone::rule;
     std::set<const void*> distinct;
+    std::map<minutes, const zone*> first_of;
     for (const zone_row& row : catalogue) {
         const zone& built_in = row.get();
         EXPECT_EQ(built_in.name() + built_in.dst_name(), row.name(false) + row.name(true));
         int slot = 0;
         for (auto expected = row.rules.rbegin(); expected != row.rules.rend(); ++expected) {
-            const ka_time_zone_rule& rule = *(built_in.*in_slot)(slot++);
-            EXPECT_TRUE(rule.start_year() == expected->first_year && rule.end_year() == expected->last_year);
-            distinct.insert({&rule, &rule.start_point(), &rule.end_point()});
+            const ka_time_zone_rule* const rule = (built_in.*in_slot)(slot++);
+            ASSERT_NE(rule, nullptr);
+            EXPECT_TRUE(rule->start_year() == expected->first_year &&
+                        rule->end_year() == expected->last_year);
+            distinct.insert({rule, &rule->start_point(), &rule->end_point()});
         }
         EXPECT_EQ((built_in.*in_slot)(slot), nullptr);
-        const auto& found = *std::find_if(std::begin(catalogue), std::end(catalogue),
-                                          [&](const auto& any) { return any.offset == row.offset; });
+        const zone* const found = first_of.try_emplace(row.offset, &built_in).first->second;
         for (const auto delta : {-1us, 0us, 1us})
             for (const bool dst : {false, true})
                 EXPECT_EQ(open_zone::find(as_period(row.offset + delta), dst),
-                          delta == 0us ? &found.get() : nullptr);
+                          delta == 0us ? found : nullptr);
     }
     EXPECT_EQ(distinct.size(), 16u + 17u);
 }
