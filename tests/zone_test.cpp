@@ -95,8 +95,7 @@ TEST(zone, the_rule_that_started_last_wins_in_any_order_of_insert)
             ASSERT_TRUE(zone.insert(rules[index]));
         ASSERT_FALSE(zone.insert(rules[7]));
         // Of two that start in the same year, the one inserted last.
-        std::array<std::size_t, 7> sorted;
-        std::reverse_copy(order.begin(), order.end(), sorted.begin());
+        std::vector sorted(order.rbegin(), order.rend());
         std::stable_sort(sorted.begin(), sorted.end(),
                          [&](std::size_t a, std::size_t b) { return rules[b] < rules[a]; });
         for (std::size_t slot = 0; slot < 7; ++slot)
