@@ -1,6 +1,14 @@
 # What Doxygen is given in place of a file as it stands. It takes a percent
 # sign for a mark of its own and a number with a point at the start of a line
-# for a list, and the headers' "Range: ..." lines begin paragraphs.
+# for a list, and the headers' "Range: ..." lines begin paragraphs. It has no
+# place for what specialises a template of somebody else.
+
+/^template <>$/ { specialises = 1 }
+specialises {
+    if (/^[^ ].*;$/)
+        specialises = 0
+    next
+}
 
 /^ *```/ { fenced = !fenced }
 
