@@ -1,7 +1,5 @@
-#include <ctime>
 #include <functional>
 #include <new>
-#include <random>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -61,21 +59,6 @@ TEST(formats, years_and_eras)
     for (const char* code : {"%a", "%A", "%j", "%U"})
         expect_error("invalid_date", "Month( 1 ), day( 1 ), year( 32767 )", "time/src/date",
                      [&] { beyond.to_string(code); });
-}
-
-TEST(formats, codes_that_strftime_has_too)
-{
-    const std::string codes =
-        "%a %A %b %B %C %d %D %e %H %I %j %k %l %m %M %n %p %r %S %t %T %U %w %W %x %X %y %Y";
-    std::mt19937 random(1);
-    for (int i = 0; i < 20000; ++i) {
-        const std::time_t seconds = static_cast<std::time_t>(random() % 200000000000ULL) - 30000000000;
-        char expected[256];
-        std::strftime(expected, sizeof expected, codes.c_str(), std::gmtime(&seconds));
-        ka_time_and_date moment(seconds);
-        moment.time_zone(ka_time_zone::utc());
-        ASSERT_EQ(moment.to_string(codes.c_str()), expected);
-    }
 }
 
 TEST(formats, flags_widths_and_unknown_letters)

@@ -6,7 +6,6 @@
 #include <random>
 #include <sstream>
 #include <string>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -26,38 +25,10 @@ struct fields {
     int microseconds;
 
     bool operator==(const fields&) const = default;
-    int128 total() const { return int128{seconds} * million + microseconds; }
     ka_time_period period() const { return ka_time_period(seconds, microseconds); }
 };
 
 fields of(const ka_time_period& p) { return {static_cast<timeval>(p).tv_sec, p.microseconds()}; }
-
-/// The exact total where 64 bits of seconds hold it. Else the seconds wrap, and
-/// one carry and one change of sign are all that is evened out.
-fields expected(int128 seconds, int128 microseconds)
-{
-    const int128 total = seconds * million + microseconds;
-    if (LLONG_MIN <= total / million && total / million <= LLONG_MAX)
-        return {static_cast<long long>(total / million), static_cast<int>(total % million)};
-    auto wrapped = static_cast<long long>(seconds + microseconds / million);
-    const int moved = (wrapped < 0 && microseconds > 0) - (wrapped > 0 && microseconds < 0);
-    return {wrapped + moved, static_cast<int>((microseconds - moved * million) % million)};
-}
-
-std::vector<fields> samples()
-{
-    std::mt19937_64 random(1);
-    std::vector<fields> all = {{LLONG_MIN, 0}, {LLONG_MIN, -999999}, {LLONG_MAX, 0}, {LLONG_MAX, 999999}};
-    for (int i = 0; i < 30; ++i)
-        all.push_back(
-            {static_cast<long long>(random() >> (1 + i * 2)), static_cast<int>(random() % million)});
-    for (const long long seconds : {0ll, 1ll, 3599ll, 86400ll, 2147483648ll, LLONG_MAX / 2 + 1})
-        for (const int microseconds : {0, 1, 500000, 999999})
-            all.push_back({seconds, microseconds});
-    for (std::size_t i = all.size(); i-- > 2;)
-        all.push_back({-all[i].seconds, -all[i].microseconds});
-    return all;
-}
 
 static_assert(ka_time_period(1, 600000) + ka_time_period(1, 600000) == ka_time_period(3, 200000));
 
@@ -109,41 +80,8 @@ TEST(time_period, setter_of_five_fields)
     }
 }
 
-TEST(time_period, sums_and_order_of_all_pairs)
+TEST(time_period, quotients_at_the_edges)
 {
-    for (const fields& a : samples())
-        for (const fields& b : samples()) {
-            const ka_time_period x = a.period(), y = b.period();
-            const int128 seconds = a.seconds;
-            ASSERT_TRUE(of(x + y) == expected(seconds + b.seconds, a.microseconds + b.microseconds) &&
-                        (b.seconds == LLONG_MIN ||
-                         of(x - y) == expected(seconds - b.seconds, a.microseconds - b.microseconds)) &&
-                        same_order(x, y, a.total(), b.total()))
-                << x.to_string() << ", " << y.to_string();
-        }
-}
-
-TEST(time_period, products_quotients_and_counts)
-{
-    for (const fields& a : samples()) {
-        const ka_time_period period = a.period();
-        EXPECT_EQ(period.to_days(), static_cast<int>(a.seconds / 86400));
-        EXPECT_EQ(period.to_hours(), static_cast<int>(a.seconds / 3600));
-        EXPECT_EQ(period.to_minutes(), static_cast<int>(a.seconds / 60));
-        EXPECT_EQ(period.to_seconds(), static_cast<int>(a.seconds));
-        for (const int k : {1, 2, -2, 3, 7, -10, 2147, 86400, INT_MAX, INT_MIN}) {
-            SCOPED_TRACE(period.to_string() + " and " + std::to_string(k));
-            ka_time_period product = period, quotient = period, rest = period;
-            EXPECT_EQ(of(product *= k), expected(int128{a.seconds} * k, int128{a.microseconds} * k));
-            EXPECT_EQ(k * period, product);
-            EXPECT_EQ(of(rest %= k), (fields{a.seconds % k, a.microseconds % k}));
-            // The fields are truncated apart, which loses one microsecond at most.
-            const fields found = of(quotient /= k);
-            const int128 exact = a.total() / k, lost = exact - found.total();
-            EXPECT_TRUE(lost == 0 || lost == (exact < 0 ? -1 : 1));
-            EXPECT_EQ(found.period(), quotient);
-        }
-    }
     EXPECT_EQ(ka_time_period(1, 2) / 3, ka_time_period(0, 333333));
     ka_time_period lowest(LLONG_MIN, 0);
     EXPECT_TRUE(ka_time_period(5, 6) / -1 == ka_time_period(-5, -6) && lowest / -1 == lowest &&

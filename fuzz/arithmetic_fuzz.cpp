@@ -1,0 +1,162 @@
+// Wide integers and periods, wraps included, against integers of 128 bits.
+#include <climits>
+#include <sys/time.h>
+
+#include <time/error.h>
+#include <time/tperiod.h>
+#include <time/wint.h>
+
+#include "input.h"
+
+namespace {
+
+__extension__ typedef __int128 int128;
+using u64 = unsigned long long;
+
+constexpr int million = 1000000;
+
+/// Whether an operation throws an error of a code, and nothing else.
+bool refuses(int code, auto operation)
+{
+    try {
+        operation();
+    } catch (const ka_time_varnel_error& error) {
+        return error.code() == code;
+    }
+    return false;
+}
+
+u64 magnitude(int128 value) { return static_cast<u64>(value < 0 ? -value : value); }
+
+/// A value keeps the low 64 bits of its magnitude, and zero has no sign.
+bool is(const ka_wint& x, int128 value)
+{
+    const u64 low = magnitude(value);
+    return x.to_uint64_t() == low && x.is_negative() == (value < 0 && low != 0);
+}
+
+std::string digits(u64 value, unsigned int radix)
+{
+    std::string text;
+    do
+        text.insert(text.begin(), "0123456789ABCDEF"[value % radix]);
+    while ((value /= radix) != 0);
+    return text;
+}
+
+void check_wint(int128 a, int128 b)
+{
+    const auto wide = [](int128 value) {
+        return value < 0 ? -ka_wint(magnitude(value)) : ka_wint(magnitude(value));
+    };
+    const ka_wint x = wide(a);
+    const ka_wint y = wide(b);
+    agree(is(x, a) && is(x + y, a + b) && is(x - y, a - b) && is(-x, -a), "wide sums");
+    agree((x < y) == (a < b) && (x == y) == (a == b) && (x >= y) == (a >= b), "wide order");
+    const int128 product = int128{magnitude(a) * magnitude(b)};
+    agree(is(x * y, (a < 0) == (b < 0) ? product : -product), "wide product");
+    agree(x.to_int32_t() == static_cast<int>(static_cast<unsigned int>(a)) &&
+              x.to_int64_t() == static_cast<long long>(static_cast<u64>(a)),
+          "narrowed wide integer");
+    const std::string sign = a < 0 ? "-" : "";
+    agree(x.to_string() == sign + digits(magnitude(a), 10) &&
+              x.to_string(ka_hexadecimal) == sign + "0X" + digits(magnitude(a), 16) &&
+              x.to_string(ka_octal) == sign + "0" + (a == 0 ? "0" : digits(magnitude(a), 8)),
+          "text of a wide integer");
+    if (b == 0)
+        return agree(refuses(9, [&] { x / y; }) && refuses(9, [&] { x % y; }), "wide zero divisor");
+    // The remainder has the sign of the quotient, and none where that is zero.
+    const int128 rest = magnitude(a) % magnitude(b);
+    agree(is(x / y, a / b) && is(x % y, a / b < 0 ? -rest : rest), "wide quotient");
+}
+
+struct fields {
+    long long seconds;
+    int microseconds;
+
+    bool operator==(const fields&) const = default;
+    int128 total() const { return int128{seconds} * million + microseconds; }
+};
+
+fields of(const ka_time_period& period)
+{
+    return {static_cast<timeval>(period).tv_sec, period.microseconds()};
+}
+
+/// The exact total where 64 bits of seconds hold it. Else the seconds wrap, and
+/// one carry and one change of sign are all that is evened out.
+fields evened(int128 seconds, int128 microseconds)
+{
+    const int128 total = seconds * million + microseconds;
+    if (LLONG_MIN <= total / million && total / million <= LLONG_MAX)
+        return {static_cast<long long>(total / million), static_cast<int>(total % million)};
+    const auto wrapped = static_cast<long long>(static_cast<u64>(seconds + microseconds / million));
+    const int moved = (wrapped < 0 && microseconds > 0) - (wrapped > 0 && microseconds < 0);
+    return {wrapped + moved, static_cast<int>((microseconds - moved * million) % million)};
+}
+
+void check_period(const fields& a, const fields& b, int factor)
+{
+    const ka_time_period x(a.seconds, a.microseconds);
+    const ka_time_period y(b.seconds, b.microseconds);
+    agree(of(x) == a && (x < y) == (a.total() < b.total()) && (x == y) == (a == b), "period");
+    agree(of(x + y) == evened(int128{a.seconds} + b.seconds, a.microseconds + b.microseconds), "period sum");
+    if (b.seconds == LLONG_MIN && b.microseconds != 0)
+        agree(refuses(2, [&] { -y; }) && refuses(2, [&] { x - y; }), "period without a minus");
+    else if (b.seconds != LLONG_MIN)
+        agree(of(-y) == fields{-b.seconds, -b.microseconds} &&
+                  of(x - y) == evened(int128{a.seconds} - b.seconds, a.microseconds - b.microseconds),
+              "period difference");
+    agree(of(x * factor) == evened(int128{a.seconds} * factor, int128{a.microseconds} * factor) &&
+              factor * x == x * factor,
+          "period product");
+    agree(x.to_days() == static_cast<int>(static_cast<unsigned int>(a.seconds / 86400)) &&
+              x.to_minutes() == static_cast<int>(static_cast<unsigned int>(a.seconds / 60)),
+          "count of a period");
+    if (factor == 0)
+        return agree(refuses(9, [&] { x / factor; }) && refuses(9, [&] { x % factor; }), "period by zero");
+    if (factor == -1 && a.seconds == LLONG_MIN)
+        return;
+    agree(of(x % factor) == fields{a.seconds % factor, a.microseconds % factor}, "period remainder");
+    // Seconds and microseconds are truncated apart: a microsecond can be lost.
+    const int128 lost = a.total() / factor - of(x / factor).total();
+    agree(lost == 0 || lost == ((a.total() < 0) != (factor < 0) ? -1 : 1), "period quotient");
+}
+
+/// Of any length, so that small values are as likely as those that wrap.
+u64 any_magnitude(input& in)
+{
+    const int bits = in.between(0, 64);
+    return bits == 0 ? 0 : in.take<u64>() >> (64 - bits);
+}
+
+int128 any_wide(input& in)
+{
+    const bool is_negative = in.between(0, 1) == 1;
+    const int128 value = any_magnitude(in);
+    return is_negative ? -value : value;
+}
+
+fields any_fields(input& in)
+{
+    const bool is_negative = in.between(0, 1) == 1;
+    const auto seconds = static_cast<long long>(any_magnitude(in) >> 1);
+    const int microseconds = in.between(0, million - 1);
+    return is_negative ? fields{-seconds - 1, -microseconds} : fields{seconds, microseconds};
+}
+
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t size)
+{
+    input in(bytes, size);
+    const int128 a = any_wide(in);
+    check_wint(a, any_wide(in));
+    const fields p = any_fields(in);
+    const int factor = in.take<int>() >> in.between(0, 31);
+    check_period(p, any_fields(in), factor);
+    // The edge of a carry: two fractions that make a whole second.
+    const int rest = (p.microseconds < 0 ? -million : million) - p.microseconds;
+    check_period(p, {p.seconds / 2, rest % million}, factor);
+    return 0;
+}

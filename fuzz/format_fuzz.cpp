@@ -1,0 +1,272 @@
+// Prints any value by any format, beside a plain engine with the calendar of
+// std::chrono. Names and local readings are taken from the library.
+#include <chrono>
+#include <iterator>
+#include <new>
+#include <optional>
+#include <stdexcept>
+#include <utility>
+
+#include <time/time_varnel.h>
+
+#include "input.h"
+
+namespace {
+
+using std::string;
+
+/// A text, or the code of the error that came in its place.
+struct outcome {
+    string text;
+    int code = -1;
+
+    bool operator==(const outcome&) const = default;
+};
+
+template <typename Printer>
+outcome outcome_of(const Printer& print)
+{
+    try {
+        return {print()};
+    } catch (const ka_time_varnel_error& error) {
+        agree(0 <= error.code() && error.code() <= 9, "an error of a known code");
+        return {{}, error.code()};
+    }
+}
+
+/// Without a date the day is 0, and so are month, day of the month and year.
+struct fields {
+    fields(const ka_time& time, int day, string zone_name = {}) : julian_day(day), zone(std::move(zone_name))
+    {
+        const ka_time_period since_midnight = time;
+        second = since_midnight.to_seconds();
+        microsecond = since_midnight.microseconds();
+        if (julian_day == 0)
+            return;
+        const std::chrono::sys_days date(std::chrono::days(julian_day - 2440588));
+        const std::chrono::year_month_day parts(date);
+        const int astronomical_year{parts.year()};
+        year = astronomical_year < 1 ? astronomical_year - 1 : astronomical_year;
+        month = static_cast<int>(unsigned{parts.month()});
+        day_of_month = static_cast<int>(unsigned{parts.day()});
+        day_of_year = static_cast<int>((date - std::chrono::sys_days(parts.year() / 1 / 1)).count());
+        weekday = static_cast<int>(std::chrono::weekday(date).c_encoding());
+    }
+
+    int julian_day;
+    string zone;
+    int second, microsecond, year = 0, month = 0, day_of_month = 0, day_of_year = 0, weekday = 0;
+};
+
+string padded(string text, std::size_t width, char fill, bool is_left = false)
+{
+    while (text.size() < width)
+        text.insert(is_left ? text.size() : 0, 1, fill);
+    return text;
+}
+
+string number(int value, std::size_t width = 1, char fill = '0')
+{
+    return string(value < 0 ? "-" : "") + padded(std::to_string(std::abs(value)), width, fill);
+}
+
+string printed(const string& format, const fields& v);
+
+string printed(char letter, const fields& v)
+{
+    constexpr int invalid_date = 3, invalid_month = 7;
+    const bool is_known = 38 <= v.julian_day && v.julian_day <= 13688960;
+    if (!is_known && string("aAjUwW").find(letter) != string::npos)
+        throw ka_time_varnel_error(invalid_date, "");
+    if (v.month == 0 && (letter == 'b' || letter == 'B'))
+        throw ka_time_varnel_error(invalid_month, "");
+    const int hour = v.second / 3600;
+    const int hour_of_12 = (hour + 11) % 12 + 1;
+    const auto month = static_cast<unsigned short>(v.month);
+    const auto weekday = static_cast<unsigned short>(v.weekday + 1);
+    // clang-format off
+    switch (letter) {
+        case 'a': return ka_date::weekday_abbreviation(weekday);
+        case 'A': return ka_date::weekday_name(weekday);
+        case 'b': return ka_date::month_abbreviation(month);
+        case 'B': return ka_date::month_name(month);
+        case 'c': return printed("%a %b  %e %H:%M:%S %f", v);
+        case 'C': return number(v.year / 100);
+        case 'd': return number(v.day_of_month, 2);
+        case 'D':
+        case 'x': return printed("%m/%d/%y", v);
+        case 'e': return number(v.day_of_month, 2, ' ');
+        case 'f': return number(std::abs(v.year)) + (v.year < 1000 ? printed(" %P", v) : "");
+        case 'H': return number(hour, 2);
+        case 'I': return number(hour_of_12, 2);
+        case 'j': return number(v.day_of_year + 1, 3);
+        case 'k': return number(hour, 2, ' ');
+        case 'l': return number(hour_of_12, 2, ' ');
+        case 'm': return number(v.month, 2);
+        case 'M': return number(v.second / 60 % 60, 2);
+        case 'n': return "\n";
+        case 'p': return hour < 12 ? ka_time::am_name() : ka_time::pm_name();
+        case 'P': return v.year < 0 ? ka_date::bc_name() : ka_date::ad_name();
+        case 'q': return number(v.microsecond, 6);
+        case 'r': return printed("%I:%M:%S %p", v);
+        case 's': return number(std::abs(v.year));
+        case 'S': return number(v.second % 60, 2);
+        case 't': return "\t";
+        case 'T':
+        case 'X': return printed("%H:%M:%S", v);
+        case 'U': return number((v.day_of_year + 7 - v.weekday) / 7, 2);
+        case 'w': return number(v.weekday);
+        case 'W': return number((v.day_of_year + 7 - (v.weekday + 6) % 7) / 7, 2);
+        case 'y': return number(v.year % 100, 2);
+        case 'Y': return number(v.year);
+        case 'Z': return v.zone;
+        default: return string(1, letter);
+    }
+    // clang-format on
+}
+
+string printed(const string& format, const fields& v)
+{
+    string text;
+    for (std::size_t i = 0; i < format.size(); ++i) {
+        if (format[i] != '%') {
+            text += format[i];
+            continue;
+        }
+        const char flag = format.c_str()[i + 1];
+        const std::size_t width = i + (flag == '-' || flag == '0' ? 2 : 1);
+        i = std::min(format.find_first_not_of("0123456789", width), format.size());
+        const int least = std::atoi(format.substr(width, i - width).c_str());
+        text += padded(printed(format.c_str()[i], v), static_cast<std::size_t>(least),
+                       flag == '0' ? '0' : ' ', flag == '-');
+    }
+    return text;
+}
+
+/// What is left of the input, with no number too long for a small text.
+string format_of(input& in)
+{
+    string format;
+    int digits = 0;
+    for (const char letter : in.rest()) {
+        digits = '0' <= letter && letter <= '9' ? digits + 1 : 0;
+        if (digits <= 3)
+            format += letter;
+    }
+    return format;
+}
+
+/// Prints a value in all the ways there are, after an attempt that must leave
+/// no trace; `read` gives what is in the value.
+template <typename Value, typename Reader>
+void check(const Value& value, const string& format, const Reader& read)
+{
+    const auto plain = [&](const string& shown) {
+        return outcome_of([&] { return printed(shown, read()); });
+    };
+    Value::default_format(format);
+    bool is_refused = plain({}).code != -1;
+    try {
+        outcome_of([&] { return value.to_string("%18446744073709551615d"); });
+    } catch (const std::length_error&) {
+        is_refused = true;
+    } catch (const std::bad_alloc&) {
+        is_refused = true;
+    }
+    agree(is_refused, "a text that no memory could hold");
+    agree(outcome_of([&] { return value.to_string(); }) == plain(format), "the text of the default format");
+    agree(outcome_of([&] { return value.to_string(format.c_str()); }) == plain(format.c_str()), "the text");
+}
+
+/// A day of any year, or near a limit, the first year A.D. or the first of four digits.
+ka_date date_of(input& in)
+{
+    constexpr int spans[][2] = {
+        {38, 13688960}, {38, 40}, {13688958, 13688960}, {1721000, 1722000}, {2086000, 2087000}};
+    const auto& span = spans[in.take<unsigned char>() % std::size(spans)];
+    return in.between(span[0], span[1]);
+}
+
+ka_time time_of(input& in)
+{
+    const int second = in.between(0, 86399);
+    return ka_time_period(second, in.between(0, 999999));
+}
+
+ka_calendar_date point_of(input& in)
+{
+    const ka_time_period when{0, in.between(0, 23), in.between(0, 59), 0};
+    const auto month = static_cast<unsigned short>(in.between(1, 12));
+    const int week = in.between(-2, 5);
+    const auto day = static_cast<unsigned short>(in.take<unsigned char>());
+    if (week == ka_none)
+        return {when, month, static_cast<unsigned short>(day % 31 + 1)};
+    return {when, month, static_cast<ka_which_one>(week), static_cast<unsigned short>(day % 7 + 1)};
+}
+
+/// A zone with a rule.
+struct own_zone {
+    explicit own_zone(input& in)
+        : start(point_of(in)), end(point_of(in)), rule{start, end, in.take<short>(), 0, minutes(in, 180)},
+          zone{minutes(in, 1440), in.between(0, 1) == 0 ? "OWN" : "UTC", "SUMMER"}
+    {
+        zone.insert(rule);
+    }
+
+    static ka_time_period minutes(input& in, int most) { return {0, 0, in.between(-most, most), 0}; }
+
+    ka_calendar_date start, end;
+    ka_simple_time_zone_rule rule;
+    ka_time_zone zone;
+};
+
+const ka_time_zone& zone_of(input& in, std::optional<own_zone>& own)
+{
+    using zones = ka_time_zone;
+    constexpr const zones& (*built_in[])() noexcept = {
+        zones::utc,        zones::greenwich,    zones::central_european, zones::western_european,
+        zones::portuguese, zones::south_africa, zones::pacific,          zones::mountain,
+        zones::central,    zones::eastern,      zones::atlantic,         zones::newfoundland,
+        zones::yukon,      zones::aleutian,     zones::israel,           zones::indiana,
+        zones::hawaii};
+    const std::size_t index = in.take<unsigned char>() % (2 * std::size(built_in));
+    return index < std::size(built_in) ? built_in[index]() : own.emplace(in).zone;
+}
+
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t size)
+{
+    input in(bytes, size);
+    const int kind = in.take<unsigned char>() % 4;
+    std::optional<own_zone> own;
+    const ka_time_zone& zone = zone_of(in, own);
+    ka_time_and_date::default_time_zone(zone);
+    const string name(in.take<unsigned char>(), 'N');
+    ka_date::bc_name(name);
+    ka_time::pm_name(name);
+    const ka_time time = time_of(in);
+    ka_date date = date_of(in);
+
+    if (kind == 0) {
+        check(time, format_of(in), [&] { return fields(time, 0); });
+    } else if (kind == 1) {
+        const auto beyond = in.take<signed char>();
+        if (beyond > 0)
+            ++date;
+        else if (beyond < 0)
+            --date;
+        check(date, format_of(in), [&] { return fields({}, date.julian_day(), zone.name()); });
+    } else {
+        ka_time_and_date moment;
+        moment.utc_time_and_date(time, date);
+        if (kind == 3)
+            moment.utc_time_and_date(ka_time_period(in.take<long long>()));
+        check(moment, format_of(in), [&] {
+            const string name_then = moment.is_dst() ? zone.dst_name() : zone.name();
+            return fields(moment.time(), moment.date().julian_day(), name_then);
+        });
+    }
+    ka_time_and_date::default_time_zone(ka_time_zone::utc());
+    return 0;
+}
