@@ -20,7 +20,9 @@
 
 /// Counts one start. The first one, at load, reads the user's locale and the
 /// machine's time zone and builds names, formats and zones; others only count.
-/// Start and stop are not safe beside any other use of the library.
+/// Start and stop are not safe beside any other use of the library. A start for
+/// which there is no memory throws `std::bad_alloc` and has counted: before
+/// another is tried, a stop frees what it has built.
 KA_TIME_VARNEL_API void ka_init_time_varnel();
 
 /// Counts one stop. The last one, at unload, frees all that the first start

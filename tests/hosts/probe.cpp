@@ -81,6 +81,7 @@ int main(int argc, char** argv)
     if (argc > 1 && std::strcmp(argv[1], "grouped") == 0) {
         std::setlocale(LC_ALL, "de_DE.UTF-8");
         std::locale::global(std::locale(std::locale::classic(), new grouping));
+        uselocale(newlocale(LC_ALL_MASK, "fr_FR.UTF-8", nullptr));
     }
     if (argc > 1 && std::strcmp(argv[1], "restarted") == 0) {
         std::setlocale(LC_TIME, "fr_FR.UTF-8");
