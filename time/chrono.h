@@ -21,14 +21,20 @@
 ///     #include <time/chrono.h>
 ///     using namespace std::chrono;
 ///
-///     to_ka_date(2024y / July / 4).weekday();                        // 5, a Thursday
-///     to_year_month_day(ka_date(3, 15, -44));                        // -43y / March / 15
-///     to_microseconds(ka_time_period(0, 1, 30)).count();             // 90000000
-///     auto now = floor<microseconds>(system_clock::now());
-///     to_ka_time_and_date(now, ka_time_zone::eastern());             // the same instant, seen in New York
+///     to_ka_date(2024y / July / 4).weekday();                             // 5, a Thursday
+///     to_year_month_day(ka_date(3, 15, -44)) == -43y / March / 15;        // true
+///     to_microseconds(ka_time_period(90)).count();                        // 90000000
 ///
-///     for (ka_date day : ka_days(ka_date(2, 28, 2024), ka_date(3, 1, 2024)))
-///         std::cout << day.to_string("%d ");                         // 28 29 01
+///     auto now = floor<microseconds>(system_clock::now());
+///     ka_time_and_date here = to_ka_time_and_date(now, ka_time_zone::eastern());
+///     to_sys_time(here) == now;                                           // true
+///
+///     int fridays = 0;
+///     for (ka_date day : ka_days(ka_date(7, 1, 2024), ka_date(7, 31, 2024)))
+///         fridays += day.weekday() == 6;
+///     fridays;                                                            // 4
+///
+/// What each side refuses:
 ///
 ///     library             std::chrono                     what is refused on the way here, and there
 ///     ka_date             sys_days                        invalid_day, nothing

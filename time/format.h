@@ -25,12 +25,12 @@
 ///     #include <time/format.h>
 ///
 ///     ka_date date(7, 4, 2024);
-///     std::format("{:%A, %d %B %f}", date);       // "Thursday, 04 July 2024"
+///     fmt::format("{:%A, %d %B %f}", date);       // "Thursday, 04 July 2024"
 ///     fmt::format("{}", date);                    // "07/04/24", as date.to_string()
 ///     fmt::format("{:%Y|%8H|%-8H|}", date);       // "2024|      00|00      |"
 ///     fmt::format("{:>20}", ka_time_period(90));  // "          90 seconds"
 ///
-/// Which of the two: that of the standard library where the compiler has it,
+/// Which of the two, whose `format` are called alike: that of the standard library where the compiler has it,
 /// and that of {fmt} where <fmt/format.h> is found, whichever is included
 /// first. A program that wants no {fmt} defines KA_TIME_VARNEL_WITHOUT_FMT.
 ///

@@ -15,7 +15,7 @@
 ///     #include <time/hash.h>
 ///
 ///     std::unordered_map<ka_date, std::string> holidays = {{ka_date(12, 25, 2024), "Christmas Day"}};
-///     holidays.at(ka_date(ka_fourth, 4, 12, 2024).next(4));    // "Christmas Day", a Wednesday
+///     holidays.at(ka_date(ka_fourth, 4, 12, 2024));    // "Christmas Day", the fourth Wednesday
 ///
 /// Equal values have equal hashes. For a moment the instant counts, as it does
 /// for `==`: its zone plays no part.

@@ -17,10 +17,10 @@
 ///
 ///     #include <time/io.h>
 ///
-///     std::cout << ka_date(7, 4, 2024) << " and " << ka_time_period(90);
-///                                                   // 07/04/24 and 90 seconds
-///     std::cout << std::setw(20) << std::setfill('.') << ka_wint(-5);
-///                                                   // ..................-5
+///     std::ostringstream out;
+///     out << ka_date(7, 4, 2024) << " and " << ka_time_period(90);
+///     out << std::setw(8) << std::setfill('.') << ka_wint(-5);
+///     out.str();    // "07/04/24 and 90 seconds......-5"
 ///
 /// Text: what `print` writes, so `to_string()`, in the default format. For
 /// another format there is `to_string(format)`.

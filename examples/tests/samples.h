@@ -1,7 +1,10 @@
 #include <cstdlib>
+#include <iomanip>
 #include <iostream>
+#include <sstream>
 #include <string>
 #include <time.h>
+#include <unordered_map>
 
 #include <time/time_varnel.h>
 
@@ -23,6 +26,7 @@ extern "C" int clock_gettime(clockid_t, timespec* reading) noexcept
 }
 
 static std::string shown(bool value) { return value ? "true" : "false"; }
+static std::string shown(long value) { return std::to_string(value); }
 static std::string shown(int value) { return std::to_string(value); }
 static std::string shown(const std::string& value) { return '"' + value + '"'; }
 static std::string shown(const char* value) { return shown(std::string(value)); }

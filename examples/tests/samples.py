@@ -18,8 +18,6 @@ from pathlib import Path
 
 PAGES = {"README.md", "docs/cookbook.md", "docs/moving.md", "docs/zones.md"}
 WITHOUT = {"time/export.h", "time/time_varnel.h"}
-# Not read: their samples need more than the library, and give values of other libraries.
-OPT_IN = {"time/chrono.h", "time/format.h", "time/hash.h", "time/io.h"}
 RESULT = re.compile(r'("(?:[^"\\]|\\.)*"|true|false|\d\d:\d\d(?::\d\d)?|\d+ [A-Z][a-z]+ -?\d+'
                     r'|-?[\d.]+ (?:day|hour|minute|second)s?|-?\d+(?:\.\d+)?)(?=$|[,:;] )')
 DECLARATION = re.compile(r"(?:const |constexpr |static )*(?!return\b)[a-z_:]+[&*]? \w+[ ({;=]|.* [-+*/%]?= ")
@@ -85,8 +83,6 @@ def all_samples(root):
     found = []
     for path in [root / "README.md", *sorted(root.glob("docs/*.md")), *sorted(root.glob("time/*.h"))]:
         file = path.relative_to(root).as_posix()
-        if file in OPT_IN:
-            continue
         reader = samples_of_header if file.endswith(".h") else samples_of_page
         samples = list(reader(file, path.read_text().splitlines()))
         if not samples and (file in PAGES or path.suffix == ".h" and file not in WITHOUT):
