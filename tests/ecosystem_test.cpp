@@ -58,7 +58,7 @@ static_assert(std::ranges::view<ka_days> && std::ranges::random_access_range<con
 static_assert(to_ka_date(2024y / February / last) == ka_date(2, 29, 2024));
 static_assert(to_microseconds(ka_time_period(0, 1, 30, 0, 7)).count() == 5400000007);
 
-TEST(Insertion, IsThatOfTheText)
+TEST(insertion, is_that_of_the_text)
 {
     const ka_date date(7, 4, 2024);
     const ka_time time(18, 28, 38, 123);
@@ -73,7 +73,7 @@ TEST(Insertion, IsThatOfTheText)
     expect_inserted(ka_stopwatch(), "0 seconds, stopped");
 }
 
-TEST(Chrono, DatesOfAllTheRange)
+TEST(chrono_header, dates_of_all_the_range)
 {
     // The first step is such that the last one meets the end.
     for (int day = first_date.julian_day(); day <= last_date.julian_day(); day += day == 38 ? 88 : 97) {
@@ -91,7 +91,7 @@ TEST(Chrono, DatesOfAllTheRange)
     EXPECT_EQ(to_ka_date(year(0) / December / 31) + ka_time_period(1, 0, 0, 0), ka_date(1, 1, 1));
 }
 
-TEST(Chrono, RefusesWhatTheOtherSideLacks)
+TEST(chrono_header, refuses_what_the_other_side_lacks)
 {
     expect_error("invalid_day", "37", "time/src/date", [] { to_ka_date(to_sys_days(first_date) - days(1)); });
     EXPECT_THROW(to_ka_date(sys_days(days(std::numeric_limits<days::rep>::max()))), ka_time_varnel_error);
@@ -113,7 +113,7 @@ TEST(Chrono, RefusesWhatTheOtherSideLacks)
                  [] { to_microseconds(ka_time_period(LLONG_MAX)); });
 }
 
-TEST(Chrono, DurationsTimesAndMoments)
+TEST(chrono_header, durations_times_and_moments)
 {
     for (const long long count : {0ll, 1ll, -1ll, 86399999999ll, -86400000001ll, LLONG_MAX, LLONG_MIN}) {
         const microseconds duration(count);
@@ -130,7 +130,7 @@ TEST(Chrono, DurationsTimesAndMoments)
     EXPECT_EQ(july_4.time(), ka_time(12, 0, 0));
 }
 
-TEST(Days, AreBothEndsAndAllBetween)
+TEST(days, are_both_ends_and_all_between)
 {
     const ka_days end_of_range(ka_date(12, 30, 32766), last_date);
     EXPECT_TRUE(std::ranges::equal(end_of_range, std::vector{ka_date(13688959), last_date}));
@@ -139,10 +139,14 @@ TEST(Days, AreBothEndsAndAllBetween)
     EXPECT_EQ(*std::ranges::lower_bound(year, ka_date(2, 29, 2024)), ka_date(2, 29, 2024));
     EXPECT_EQ(std::ranges::count(year, 1, &ka_date::weekday), 52);
     EXPECT_EQ(year.begin()[60], *(year.end() - 306));
+    ka_day_iterator at = year.begin();
+    EXPECT_TRUE(*at++ == year[0] && *at-- == year[1] && *(2 + at) == year[2] && at == year.begin());
+    EXPECT_EQ(*std::ranges::find(std::views::reverse(year), 31, &ka_date::day), ka_date(12, 31, 2024));
+    EXPECT_EQ(to_ka_date(2024y / February / std::chrono::last), ka_date(2, 29, 2024));
     EXPECT_TRUE(ka_days(last_date, first_date).empty());
 }
 
-TEST(Hash, FollowsEquality)
+TEST(hash, follows_equality)
 {
     const ka_time noon(12, 0, 0);
     ka_time_and_date moment(noon, ka_date(7, 4, 2024), ka_time_zone::utc());
@@ -165,7 +169,7 @@ TEST(Hash, FollowsEquality)
     EXPECT_EQ((std::unordered_set<ka_date>{first_date, last_date, first_date}.size()), 2u);
 }
 
-TEST(Format, IsThatOfTheLibrary)
+TEST(formatters, speak_the_language_of_the_library)
 {
     const ka_date date(7, 4, 2024);
     const ka_time_and_date moment(ka_time(18, 0, 0), date, ka_time_zone::eastern());

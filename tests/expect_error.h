@@ -7,6 +7,8 @@
 
 #include <time/error.h>
 
+#include "same_order.h"
+
 /// Runs `operation` and checks that it throws the code of `symbol`, with
 /// exactly the text "symbol: shown [source:line]".
 ///
@@ -29,12 +31,4 @@ void expect_error(const std::string& symbol, const std::string& shown, const std
         return;
     }
     ADD_FAILURE() << "nothing was thrown";
-}
-
-/// Whether all six comparisons of `x` and `y` come out as those of `a` and `b`.
-template <typename Value, typename Model>
-bool same_order(const Value& x, const Value& y, const Model& a, const Model& b)
-{
-    return (x == y) == (a == b) && (x != y) == (a != b) && (x < y) == (a < b) && (x > y) == (a > b) &&
-           (x <= y) == (a <= b) && (x >= y) == (a >= b);
 }

@@ -43,7 +43,8 @@ TEST(time_period, setters_of_two_fields_and_of_records)
             period = ka_time_period(1, 2);
             if (-million < u && u < million && int128{s} * u >= 0) {
                 const timeval back = period = record;
-                EXPECT_TRUE(back.tv_sec == s && back.tv_usec == u) << s << ", " << u;
+                EXPECT_TRUE(back.tv_sec == s && back.tv_usec == u && ka_time_period(record) == period)
+                    << s << ", " << u;
                 EXPECT_EQ(period, ka_time_period(s, static_cast<int>(u)));
             } else {
                 const auto shown = "Seconds: " + std::to_string(s) + " Microseconds: " + std::to_string(u);
