@@ -99,6 +99,7 @@ TEST(wint, divides_in_place_and_holds_digits_and_every_integer_type)
     const auto held = [&](auto... n) { EXPECT_TRUE(((a = n, a == ka_wint(n) && is(a, int128{n})) && ...)); };
     held(short{-5}, u16{5}, INT_MIN, INT_MAX, UINT_MAX, LONG_MIN, ULONG_MAX, LLONG_MIN, ULLONG_MAX);
 
+    EXPECT_EQ(ka_wint(255).to_string(static_cast<ka_base>(7)), "255"); // no radix: decimal
     std::ostringstream stream;
     stream << std::setfill('*') << std::setw(6) << std::hex << std::showbase << std::showpos;
     ka_wint(-255).print(stream);
