@@ -1,8 +1,9 @@
-// Wide integers and periods, wraps included, against integers of 128 bits.
+// Wide integers, periods and times of day, wraps included, against integers of 128 bits.
+#include <bitset>
 #include <climits>
 #include <sys/time.h>
 
-#include <time/error.h>
+#include <time/time_of_day.h>
 #include <time/tperiod.h>
 #include <time/wint.h>
 
@@ -16,16 +17,7 @@ using u64 = unsigned long long;
 
 constexpr int million = 1000000;
 
-/// Whether an operation throws an error of a code, and nothing else.
-bool refuses(int code, auto operation)
-{
-    try {
-        operation();
-    } catch (const ka_time_varnel_error& error) {
-        return error.code() == code;
-    }
-    return false;
-}
+bool is_by_zero(auto operation) { return result_of(operation) == "divide_by_zero"; }
 
 u64 magnitude(int128 value) { return static_cast<u64>(value < 0 ? -value : value); }
 
@@ -36,36 +28,58 @@ bool is(const ka_wint& x, int128 value)
     return x.to_uint64_t() == low && x.is_negative() == (value < 0 && low != 0);
 }
 
-std::string digits(u64 value, unsigned int radix)
+std::string digits(u64 value, unsigned int radix, const char* shapes = "0123456789ABCDEF")
 {
     std::string text;
     do
-        text.insert(text.begin(), "0123456789ABCDEF"[value % radix]);
+        text.insert(text.begin(), shapes[value % radix]);
     while ((value /= radix) != 0);
     return text;
 }
 
+ka_wint wide(int128 value) { return value < 0 ? -ka_wint(magnitude(value)) : ka_wint(magnitude(value)); }
+
+/// Opens what a derived class may use.
+struct open_wint : ka_wint {
+    explicit open_wint(const ka_wint& value) : ka_wint(value) {}
+    using ka_wint::abs, ka_wint::digits, ka_wint::make_negative, ka_wint::same_sign;
+};
+
+void check_wint(int128 value)
+{
+    const ka_wint x = wide(value);
+    const u64 low = magnitude(value);
+    ka_wint up = x, down = x;
+    agree(is(++up, value + 1) && is(--down, value - 1), "wide steps");
+    agree(x.is_zero() == (value == 0) && x.is_positive() == (value > 0), "sign of a wide integer");
+    agree(x.to_int32_t() == static_cast<int>(static_cast<unsigned int>(value)) &&
+              x.to_int64_t() == static_cast<long long>(static_cast<u64>(value)),
+          "narrowed wide integer");
+    const std::string sign = value < 0 ? "-" : "";
+    agree(x.to_string() == sign + digits(low, 10) &&
+              x.to_string(ka_binary) == sign + std::bitset<64>(low).to_string() &&
+              x.to_string(ka_octal) == sign + "0" + digits(low, 8) &&
+              x.to_string(ka_hexadecimal) == sign + "0X" + digits(low, 16) &&
+              x.to_string(ka_hexadecimal, false) == sign + "0x" + digits(low, 16, "0123456789abcdef"),
+          "text of a wide integer");
+    open_wint open(x);
+    agree(open.digits() == 0u + (low > 0) + (low >> 16 > 0) + (low >> 32 > 0) + (low >> 48 > 0),
+          "digits of a wide integer");
+    open.make_negative();
+    agree(is(open_wint::abs(x), low) && is(open, -value), "magnitude of a wide integer");
+}
+
 void check_wint(int128 a, int128 b)
 {
-    const auto wide = [](int128 value) {
-        return value < 0 ? -ka_wint(magnitude(value)) : ka_wint(magnitude(value));
-    };
     const ka_wint x = wide(a);
     const ka_wint y = wide(b);
+    agree(open_wint::same_sign(x, y) == ((a < 0) == (b < 0)), "same sign");
     agree(is(x, a) && is(x + y, a + b) && is(x - y, a - b) && is(-x, -a), "wide sums");
     agree(same_order(x, y, a, b), "wide order");
     const int128 product = int128{magnitude(a) * magnitude(b)};
     agree(is(x * y, (a < 0) == (b < 0) ? product : -product), "wide product");
-    agree(x.to_int32_t() == static_cast<int>(static_cast<unsigned int>(a)) &&
-              x.to_int64_t() == static_cast<long long>(static_cast<u64>(a)),
-          "narrowed wide integer");
-    const std::string sign = a < 0 ? "-" : "";
-    agree(x.to_string() == sign + digits(magnitude(a), 10) &&
-              x.to_string(ka_hexadecimal) == sign + "0X" + digits(magnitude(a), 16) &&
-              x.to_string(ka_octal) == sign + "0" + (a == 0 ? "0" : digits(magnitude(a), 8)),
-          "text of a wide integer");
     if (b == 0)
-        return agree(refuses(9, [&] { x / y; }) && refuses(9, [&] { x % y; }), "wide zero divisor");
+        return agree(is_by_zero([&] { x / y; }) && is_by_zero([&] { x % y; }), "wide zero divisor");
     // The remainder has the sign of the quotient, and none where that is zero.
     const int128 rest = magnitude(a) % magnitude(b);
     agree(is(x / y, a / b) && is(x % y, a / b < 0 ? -rest : rest), "wide quotient");
@@ -103,7 +117,8 @@ void check_period(const fields& a, const fields& b, int factor)
     agree(of(x) == a && same_order(x, y, a.total(), b.total()), "period");
     agree(of(x + y) == evened(int128{a.seconds} + b.seconds, a.microseconds + b.microseconds), "period sum");
     if (b.seconds == LLONG_MIN && b.microseconds != 0)
-        agree(refuses(2, [&] { -y; }) && refuses(2, [&] { x - y; }), "period without a minus");
+        agree(result_of([&] { -y; }) + result_of([&] { x - y; }) == "invalid_time_periodinvalid_time_period",
+              "period without a minus");
     else if (b.seconds != LLONG_MIN)
         agree(of(-y) == fields{-b.seconds, -b.microseconds} &&
                   of(x - y) == evened(int128{a.seconds} - b.seconds, a.microseconds - b.microseconds),
@@ -115,7 +130,7 @@ void check_period(const fields& a, const fields& b, int factor)
               x.to_minutes() == static_cast<int>(static_cast<unsigned int>(a.seconds / 60)),
           "count of a period");
     if (factor == 0)
-        return agree(refuses(9, [&] { x / factor; }) && refuses(9, [&] { x % factor; }), "period by zero");
+        return agree(is_by_zero([&] { x / factor; }) && is_by_zero([&] { x % factor; }), "period by zero");
     if (factor == -1 && a.seconds == LLONG_MIN)
         return;
     agree(of(x % factor) == fields{a.seconds % factor, a.microseconds % factor}, "period remainder");
@@ -124,11 +139,39 @@ void check_period(const fields& a, const fields& b, int factor)
     agree(lost == 0 || lost == ((a.total() < 0) != (factor < 0) ? -1 : 1), "period quotient");
 }
 
-/// Of any length, so that small values are as likely as those that wrap.
+constexpr int128 day = int128{86400} * million;
+
+int128 modulo_day(int128 microseconds) { return (microseconds % day + day) % day; }
+
+/// Microseconds since midnight, by the fields as they are read.
+int128 total(const ka_time& time)
+{
+    return ((time.hours() * 60ll + time.minutes()) * 60 + time.seconds()) * million + time.microseconds();
+}
+
+/// Where no count of seconds wraps.
+void check_time(const fields& p, const fields& q)
+{
+    const ka_time_period length(q.seconds, q.microseconds);
+    const ka_time a = ka_time_period(p.seconds, p.microseconds), b = length;
+    const int128 since_midnight = modulo_day(p.total());
+    agree(total(a) == since_midnight && of(ka_time_period(a)).total() == since_midnight, "time");
+    agree(a.is_pm() == (since_midnight >= day / 2) && a.is_am() != a.is_pm(), "half of the day");
+    agree(same_order(a, b, total(a), total(b)), "order of times");
+    const int128 difference = modulo_day(p.total() - q.total());
+    agree(total(a - length) == difference && total(a - b) == difference, "difference of times");
+    ka_time moved = a;
+    agree(total(moved += length) == modulo_day(p.total() + q.total()) && (moved -= length) == a,
+          "moved time");
+}
+
+/// Of any length, so that small values are as likely as those that wrap, and
+/// those next to a power of two.
 u64 any_magnitude(input& in)
 {
     const int bits = in.between(0, 64);
-    return bits == 0 ? 0 : in.take<u64>() >> (64 - bits);
+    const u64 below = bits == 0 ? 0 : ~0ull >> (64 - bits);
+    return in.one_in(2) ? below & in.take<u64>() : below + static_cast<u64>(in.between(0, 2));
 }
 
 int128 any_wide(input& in)
@@ -152,12 +195,15 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
 {
     input in(bytes, size);
     const int128 a = any_wide(in);
-    check_wint(a, any_wide(in));
+    check_wint(a);
+    check_wint(a, in.one_in(4) ? a : any_wide(in));
     const fields p = any_fields(in);
     const int factor = in.take<int>() >> in.between(0, 31);
-    check_period(p, any_fields(in), factor);
+    const fields q = in.one_in(4) ? p : any_fields(in);
+    check_period(p, q, factor);
     // The edge of a carry: two fractions that make a whole second.
     const int rest = (p.microseconds < 0 ? -million : million) - p.microseconds;
     check_period(p, {p.seconds / 2, rest % million}, factor);
+    check_time(p, {q.seconds / 2, q.microseconds});
     return 0;
 }

@@ -1,31 +1,17 @@
 // Constructors and setters of all classes: each takes its fields and gives them
 // back, or throws the code of what is wrong and leaves the object as it was.
+#include <algorithm>
 #include <climits>
-#include <initializer_list>
-#include <memory>
+#include <sys/time.h>
 #include <vector>
 
-#include <time/time_varnel.h>
-
-#include "input.h"
+#include "stepwise.h"
+#include "values.h"
 
 namespace {
 
 using u16 = unsigned short;
-
-constexpr int none = -1;
-
-/// The code that an operation throws, or `none`. Nothing else may leave it.
-int thrown(auto operation)
-{
-    try {
-        operation();
-    } catch (const ka_time_varnel_error& error) {
-        agree(ka_time_varnel_error::symbol(error.code()) != nullptr, "code without a symbol");
-        return error.code();
-    }
-    return none;
-}
+using std::string;
 
 /// A number from 0 to `highest`, at times the highest or the next, or any of its type.
 template <typename Number>
@@ -57,87 +43,106 @@ bool is(const ka_date& date, int month, int day, int year)
     return date.month() == month && date.day() == day && date.year() == year;
 }
 
-ka_date any_date(input& in) { return ka_date(in.between(38, 13688960)); }
-ka_time any_time(input& in) { return ka_time(ka_time_period(in.between(0, 86399), in.between(0, 999999))); }
-
 void check_date(input& in)
 {
     const ka_date start = any_date(in);
     ka_date date = start;
     const auto month = near<u16>(in, 12), day = near<u16>(in, 31), weekday = near<u16>(in, 7);
     const short year = any_year(in);
-    agree(thrown([&] { date.date(month, day, year); }) == (is_date(month, day, year) ? none : 3), "date");
-    agree(is_date(month, day, year) ? is(date, month, day, year) : date == start, "date's fields");
+    const bool is_known = is_date(month, day, year);
+    agree(result_of([&] { date.date(month, day, year); }) == (is_known ? "" : "invalid_date"), "date");
+    agree(is_known ? is(date, month, day, year) : date == start, "date's fields");
 
     // The order of the checks decides which code leaves.
     const auto which = static_cast<ka_which_one>(near<short>(in, 10) - 5);
     date = start;
-    const int code = thrown([&] { date.date(which, weekday, month, year); });
-    const bool is_weekday = 1 <= weekday && weekday <= 7;
-    if (month < 1 || month > 12 || !is_year(year) || !is_weekday)
-        agree(code == (month < 1 || month > 12 ? 7 : !is_year(year) ? 8 : 5), "n-th weekday's first checks");
+    const string code = result_of([&] { date.date(which, weekday, month, year); });
+    const bool is_month = 1 <= month && month <= 12, is_weekday = 1 <= weekday && weekday <= 7;
+    if (!is_month || !is_year(year) || !is_weekday)
+        agree(code == (!is_month        ? "invalid_month"
+                       : !is_year(year) ? "invalid_year"
+                                        : "invalid_weekday"),
+              "n-th weekday's first checks");
     else
-        agree(code == none ? date.weekday() == weekday && date.month() == month : code == 6 || code == 4,
+        agree(code.empty() ? date.weekday() == weekday && date.month() == month
+                           : code == "invalid_week" || code == "invalid_day",
               "n-th weekday");
-    agree(code == none || date == start, "date after a refused weekday");
+    agree(code.empty() || date == start, "date after a refused weekday");
 
-    const int number = in.take<int>();
-    const bool is_number = 38 <= number && number <= 13688960;
-    agree(thrown([&] { date = ka_date(number); }) == (is_number ? none : 4), "day number");
-    agree(thrown([&] { start.next(weekday); }) == (start.julian_day() == 13688960 ? 4
-                                                   : is_weekday                   ? none
-                                                                                  : 5),
-          "next");
-    agree(is_weekday || thrown([&] { start.week_of_year(weekday); }) == 5, "week of the year");
-    const int back = thrown([&] { start.previous(weekday); });
-    agree(back == (is_weekday ? none : 5) || (start.julian_day() < 45 && back == 4), "previous");
+    const auto in_range = [](long long number) {
+        return 38 <= number && number <= 13688960 ? "" : "invalid_day";
+    };
+    const string weekdays = is_weekday ? "" : "invalid_weekday";
+    const int number = in.take<int>() >> in.between(0, 31);
+    agree(result_of([&] { date = ka_date(number); }) == in_range(number), "day number");
+    const bool is_last = start == ka_date::max_date();
+    agree(result_of([&] { start.next(weekday); }) == (is_last ? "invalid_day" : weekdays), "next");
+    agree(result_of([&] { start.week_of_year(weekday); }) == weekdays, "week of the year");
+    const string back = result_of([&] { start.previous(weekday); });
+    agree(back == weekdays || (start.julian_day() < 45 && back == "invalid_day"), "previous");
     const ka_time_period moved(in.take<int>());
-    const long long reached = start.julian_day() + moved.to_days();
-    agree(thrown([&] { date = start + moved; }) == (38 <= reached && reached <= 13688960 ? none : 4),
+    agree(result_of([&] { date = start + moved; }) == in_range(start.julian_day() + moved.to_days()),
           "moved date");
 }
 
-void check_time_and_period(input& in)
+void check_time(input& in)
 {
     const ka_time start = any_time(in);
     ka_time time = start;
     const auto h = near<u16>(in, 23), m = near<u16>(in, 59), s = near<u16>(in, 59);
     const auto us = near<unsigned int>(in, 999999);
-    const bool is_time = h < 24 && m < 60 && s < 60 && us < 1000000;
-    agree(thrown([&] { time.time(h, m, s, us); }) == (is_time ? none : 1), "time");
+    std::tm record = {};
+    record.tm_hour = h - 65536, record.tm_min = m, record.tm_sec = s + 65536; // the low 16 bits count
+    const bool is_time = h < 24 && m < 60 && s < 60 && us < 1000000, by_record = in.one_in(2);
+    const string set = result_of([&] { by_record ? time.time(record, us) : time.time(h, m, s, us); });
+    agree(set == (is_time ? "" : "invalid_time"), "time");
     agree(is_time
               ? time.hours() == h && time.minutes() == m && time.seconds() == s && time.microseconds() == us
               : time == start,
           "time's fields");
-
-    ka_time_period period(7, 7);
-    const auto seconds = in.take<long long>();
-    const int fraction = near<short>(in, 1000001) * (in.between(0, 1) == 0 ? 1 : -1);
-    const bool is_period = -1000000 < fraction && fraction < 1000000 &&
-                           (seconds == 0 || fraction == 0 || (seconds < 0) == (fraction < 0));
-    agree(thrown([&] { period.time_period(seconds, fraction); }) == (is_period ? none : 2), "period");
-    agree(period == (is_period ? ka_time_period(seconds, fraction) : ka_time_period(7, 7)),
-          "period's fields");
-    int parts[5], below = 0, above = 0;
-    for (int& part : parts) {
-        part = near<short>(in, 8) - 4;
-        below += part < 0;
-        above += part > 0;
-    }
-    period = ka_time_period(7, 7);
-    const int code = thrown([&] { period.time_period(parts[0], parts[1], parts[2], parts[3], parts[4]); });
-    agree(code == (below != 0 && above != 0 ? 2 : none), "period of five");
-    agree(code == none || period == ka_time_period(7, 7), "period of five's fields");
 }
 
-ka_calendar_date any_point(input& in)
+bool is(const ka_time_period& period, long long seconds, int microseconds)
 {
-    const ka_time_period when(in.between(0, 200000), in.between(0, 1));
-    const auto month = static_cast<u16>(in.between(1, 12));
-    ka_calendar_date point(when, month, static_cast<u16>(in.between(1, 31)));
-    if (in.between(0, 2) != 0)
-        point.weekday(static_cast<ka_which_one>(in.between(-7, 7)), static_cast<u16>(in.between(1, 7)));
-    return point;
+    return static_cast<timeval>(period).tv_sec == seconds && period.microseconds() == microseconds;
+}
+
+void check_period(input& in)
+{
+    ka_time_period period(7, 7);
+    const auto seconds = in.one_in(4) ? 0 : in.take<long long>();
+    int fraction = near<int>(in, 999999);
+    if (in.one_in(2) && fraction != INT_MIN)
+        fraction = -fraction;
+    const bool is_period = -1000000 < fraction && fraction < 1000000 &&
+                           (seconds == 0 || fraction == 0 || (seconds < 0) == (fraction < 0));
+    const timeval record = {seconds, fraction};
+    const bool by_record = in.one_in(2);
+    const string set = result_of([&] {
+        if (by_record)
+            period = record;
+        else
+            period.time_period(seconds, fraction);
+    });
+    agree(set == (is_period ? "" : "invalid_time_period"), "period");
+    agree(is_period ? is(period, seconds, fraction) : is(period, 7, 7), "period's fields");
+
+    int parts[5];
+    const int sign = in.between(-1, 1);
+    for (int& part : parts) {
+        part = in.take<int>() >> in.between(0, 31);
+        if (sign != 0 && (part < 0) != (sign < 0))
+            part = ~part;
+    }
+    const int d = parts[0], h = parts[1], m = parts[2], s = parts[3], us = parts[4];
+    const bool is_refused = std::min({d, h, m, s, us}) < 0 && std::max({d, h, m, s, us}) > 0;
+    period = ka_time_period(7, 7);
+    const string five = result_of([&] { period.time_period(d, h, m, s, us); });
+    agree(five == (is_refused ? "invalid_time_period" : ""), "period of five");
+    // The seconds of the hours and of the minutes wrap, each for itself.
+    const long long wrapping = static_cast<int>(h * 3600ll) + 0ll + static_cast<int>(m * 60ll);
+    agree(is_refused ? is(period, 7, 7) : is(period, d * 86400ll + wrapping + s + us / 1000000, us % 1000000),
+          "period of five's fields");
 }
 
 void check_calendar_date(input& in)
@@ -146,82 +151,108 @@ void check_calendar_date(input& in)
     const ka_calendar_date start = point;
     const auto month = near<u16>(in, 12), day = near<u16>(in, 31), weekday = near<u16>(in, 7);
     const bool is_month = 1 <= month && month <= 12;
-    agree(thrown([&] { point.month(month); }) == (is_month ? none : 7), "point's month");
+    agree(result_of([&] { point.month(month); }) == (is_month ? "" : "invalid_month"), "point's month");
     agree(point.month() == (is_month ? month : start.month()), "point's month's field");
-    agree(thrown([&] { point.when(ka_time_period(-1, -day % 1000)); }) == 2 && point.when() == start.when(),
+    agree(result_of([&] { point.when(ka_time_period(-1, -day % 1000)); }) == "invalid_time_period" &&
+              point.when() == start.when(),
           "when");
-    agree(thrown([&] { point.day(day); }) == (day <= 31 ? none : 4), "point's day");
+    agree(result_of([&] { point.day(day); }) == (day <= 31 ? "" : "invalid_day"), "point's day");
     agree(day <= 31 ? point.day() == day && point.week() == ka_none
                     : point.day() == start.day() && point.week() == start.week(),
           "point's day's field");
     const bool is_weekday = 1 <= weekday && weekday <= 7;
-    agree(thrown([&] { point.weekday(ka_last, weekday); }) == (is_weekday ? none : 5), "point's weekday");
+    agree(result_of([&] { point.weekday(ka_last, weekday); }) == (is_weekday ? "" : "invalid_weekday"),
+          "point's weekday");
     const short year = any_year(in);
-    const int code = thrown([&] { start.date(year); });
-    agree(is_year(year) ? code == none || code == 3 || code == 4 || code == 6 : code == 8, "point's date");
+    const string code = result_of([&] { start.date(year); });
+    agree(is_year(year)
+              ? code.empty() || code == "invalid_date" || code == "invalid_day" || code == "invalid_week"
+              : code == "invalid_year",
+          "point's date");
 }
 
+/// A moment set and read in a zone of any rules, of which some refuse.
+void check_moment(input& in, const own_zone& own, const stepwise_zone& stepwise)
+{
+    ka_date date = any_date(in);
+    if (!in.one_in(6))
+        date = ka_date(1, 1, 1989) + ka_time_period(in.between(0, 43 * 365), 0, 0, 0);
+    ka_time time = any_time(in);
+    // Half of them at a point, or next to one.
+    if (in.one_in(2) && !own.points.empty()) {
+        const ka_calendar_date& near = own.points[in.take<u16>() % own.points.size()];
+        time = near.time() + ka_time_period(0, in.between(-1, 1));
+        result_of([&] { date = near.date(date.year()); });
+    }
+    // Single steps lead out of the range, and to instants below zero.
+    if (in.one_in(10))
+        for (date = ka_date::min_date(); date.julian_day() > in.between(-2, 0);)
+            --date;
+
+    for (std::size_t i = 0; i < own.rules.size(); ++i) {
+        const auto is_in_effect = [&](const ka_time_zone_rule& rule) {
+            return result_of([&] { return string(rule.is_in_effect(time, date) ? "yes" : "no"); });
+        };
+        agree(is_in_effect(own.rules[i]) == is_in_effect(stepwise.rules[i]), "rule in effect");
+    }
+    ka_time_and_date moment;
+    moment.time_zone(own.zone);
+    moment.utc_time_and_date(time, date);
+    const ka_time_period now = ka_time_period(date.julian_day() * 86400ll) + time;
+    agree(moment.utc_time_and_date() == now, "universal moment");
+    agree(read(moment) == read_stepwise(now, stepwise.zone), "reading");
+    agree(moment.utc_time_and_date() == now, "a reading changes nothing");
+
+    // A rule that refuses leaves the time taken as universal.
+    ka_time_period instant = now;
+    const string code = result_of([&] { instant = now + stepwise.zone.offset(time, date); });
+    moment = ka_time_and_date();
+    agree(result_of([&] { moment.time_and_date(time, date, own.zone); }) == code, "moment");
+    agree(moment.utc_time_and_date() == instant && &moment.time_zone() == &own.zone, "moment's fields");
+}
+
+/// Opens what a derived class may use.
 struct open_zone : ka_time_zone {
-    using ka_time_zone::ka_time_zone, ka_time_zone::rule;
+    using ka_time_zone::rule;
 };
 
-/// A moment set in a zone of any rules, of which some refuse.
-void check_moment(input& in)
+void check_zone(input& in)
 {
-    std::vector<ka_calendar_date> points;
-    std::vector<std::unique_ptr<ka_simple_time_zone_rule>> rules;
-    for (int count = 0; count < 4; ++count)
-        points.push_back(any_point(in));
-    open_zone zone(ka_time_period(in.between(-90000, 90000)), "Z");
-    const int count = in.between(0, 8);
-    for (int held = 0; held < count; ++held) {
-        rules.push_back(std::make_unique<ka_simple_time_zone_rule>(
-            points[static_cast<unsigned int>(in.between(0, 3))],
-            points[static_cast<unsigned int>(in.between(0, 3))], any_year(in), any_year(in),
-            ka_time_period(in.between(-90000, 90000))));
-        agree(zone.insert(*rules.back()) == (held < 7), "insert");
-    }
-    const int index = near<int>(in, 7);
+    const own_zone own(in);
+    // The rule that started last stands first; of two that start in a year, the one inserted last.
+    std::vector<const ka_time_zone_rule*> expected;
+    for (const ka_simple_time_zone_rule& rule : own.rules)
+        if (expected.size() < 7)
+            expected.insert(expected.begin(), &rule);
+    std::stable_sort(expected.begin(), expected.end(), [](auto a, auto b) { return *b < *a; });
+    expected.resize(7);
     const ka_time_zone_rule* (ka_time_zone::*const in_slot)(int) const = &open_zone::rule;
-    agree(((zone.*in_slot)(index) != nullptr) == (0 <= index && index < std::min(count, 7)),
-          "rule in a slot");
+    for (std::size_t slot = 0; slot < 7; ++slot)
+        agree((own.zone.*in_slot)(static_cast<int>(slot)) == expected[slot], "rule in a slot");
+    const auto index = in.take<int>();
+    agree((0 <= index && index < 7) || (own.zone.*in_slot)(index) == nullptr, "rule outside the slots");
 
-    const ka_date date(static_cast<u16>(in.between(1, 12)), static_cast<u16>(in.between(1, 28)),
-                       static_cast<short>(in.between(1960, 2040)));
-    const ka_time time = any_time(in);
-    const ka_time_period local(ka_time_period(date.julian_day(), 0, 0, 0) +
-                               static_cast<ka_time_period>(time));
-    ka_time_and_date moment;
-    int code = thrown([&] { moment.time_and_date(time, date, zone); });
-    agree(&moment.time_zone() == &zone, "zone of a moment");
-    if (code != none)
-        return agree(moment.utc_time_and_date() == local && thrown([&] { zone.is_dst(time, date); }) == code,
-                     "moment that a rule refuses");
-    agree(moment.utc_time_and_date() == local + zone.offset(time, date), "moment");
-    const ka_time_period instant = moment.utc_time_and_date();
-    code = thrown([&] {
-        const ka_time shown = moment.time();
-        agree(moment.is_dst() || (shown == moment.std_time() && moment.date() == moment.std_date()),
-              "standard time");
-        agree(shown == moment.std_time() + zone.dst_adjustment(moment.std_time(), moment.std_date()),
-              "local time");
-    });
-    agree(code == none || code == thrown([&] { moment.is_dst(); }), "reading that a rule refuses");
-    agree(moment.utc_time_and_date() == instant, "reading changes nothing");
+    const stepwise_zone stepwise(own);
+    while (!in.is_empty())
+        check_moment(in, own, stepwise);
+}
 
+void check_moment_of_record(input& in)
+{
     std::tm fields = {};
     fields.tm_year = in.between(-7000, 40000);
     fields.tm_mon = in.between(-1, 12);
     fields.tm_mday = in.between(0, 32);
     fields.tm_hour = in.between(0, 24);
+    ka_time_and_date moment(7);
     moment.time_zone(ka_time_zone::utc());
-    const bool is_tm_date = fields.tm_year + 1900 <= SHRT_MAX &&
-                            is_date(fields.tm_mon + 1, fields.tm_mday, fields.tm_year + 1900);
-    code = thrown([&] { moment = fields; });
-    if (fields.tm_year + 1900 <= SHRT_MAX)
-        agree(code == (!is_tm_date ? 3 : fields.tm_hour < 24 ? none : 1), "moment of a record");
-    agree(code == none ? is(moment.date(), fields.tm_mon + 1, fields.tm_mday, fields.tm_year + 1900)
-                       : moment.utc_time_and_date() == instant,
+    const int month = fields.tm_mon + 1, year = fields.tm_year + 1900;
+    if (year > SHRT_MAX)
+        return;
+    const bool is_known = is_date(month, fields.tm_mday, year), is_time = fields.tm_hour < 24;
+    const string code = result_of([&] { moment = fields; });
+    agree(code == (!is_known ? "invalid_date" : is_time ? "" : "invalid_time"), "moment of a record");
+    agree(code.empty() ? is(moment.date(), month, fields.tm_mday, year) : moment == ka_time_and_date(7),
           "moment of a record's fields");
 }
 
@@ -235,13 +266,15 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
             check_date(in);
             break;
         case 1:
-            check_time_and_period(in);
+            check_time(in);
+            check_period(in);
             break;
         case 2:
             check_calendar_date(in);
+            check_moment_of_record(in);
             break;
         default:
-            check_moment(in);
+            check_zone(in);
     }
     return 0;
 }

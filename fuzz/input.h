@@ -8,6 +8,8 @@
 #include <string>
 #include <type_traits>
 
+#include <time/error.h>
+
 /// Values from the bytes that a fuzzer is given; zeros when these have run out.
 class input {
 public:
@@ -33,6 +35,8 @@ public:
         return low + static_cast<int>(take<unsigned int>() % (static_cast<unsigned int>(high - low) + 1u));
     }
 
+    bool one_in(int count) noexcept { return between(1, count) == 1; }
+
     /// All that is left.
     std::string rest()
     {
@@ -53,4 +57,21 @@ inline void agree(bool holds, const char* what) noexcept
         return;
     std::fprintf(stderr, "disagreement: %s\n", what);
     std::abort();
+}
+
+/// The text that an operation gives, if any, or the symbol of the error of the
+/// library in its place. Nothing else may leave it.
+inline std::string result_of(auto operation)
+{
+    try {
+        if constexpr (!std::is_void_v<decltype(operation())>)
+            return operation();
+        else
+            operation();
+        return {};
+    } catch (const ka_time_varnel_error& error) {
+        const char* const symbol = ka_time_varnel_error::symbol(error.code());
+        agree(symbol != nullptr, "an error of a known code");
+        return symbol;
+    }
 }

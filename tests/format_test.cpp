@@ -82,14 +82,6 @@ TEST(formats, flags_widths_and_unknown_letters)
         } catch (const std::length_error&) {
         } catch (const std::bad_alloc&) {
         }
-    // Texts and fields of any length.
-    for (const std::size_t before : {0u, 1u, 200u, 253u, 254u, 255u, 256u, 257u, 1000u})
-        for (const std::size_t width : {2u, 3u, 55u, 56u, 255u, 256u, 257u, 1000u}) {
-            const std::string literal(before, 'x'), pad(width - 2, ' '),
-                field = std::to_string(width) + "d%B";
-            EXPECT_EQ(date_.to_string(literal + "%" + field), literal + pad + "04July");
-            EXPECT_EQ(date_.to_string(literal + "%-" + field), literal + "04" + pad + "July");
-        }
     std::string codes, texts;
     for (int count = 0; count < 120; ++count) {
         ASSERT_EQ(moment.to_string(codes.c_str()), texts);
