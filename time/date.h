@@ -199,13 +199,15 @@ public:
     /// The full name, or `invalid_month`.
     static const std::string& month_name(unsigned short month);
     static const std::string& month_abbreviation(unsigned short month);
-    /// 1 to 12 for a full or abbreviated name in any case of letters, else 0.
+    /// 1 to 12 for a full or abbreviated name, else 0. Case makes no difference
+    /// to letters from A to Z, nor to others in a host that has set an
+    /// `LC_CTYPE` with one byte to a letter.
     static unsigned short month_index(const std::string& name);
 
     /// The full name, or `invalid_weekday`.
     static const std::string& weekday_name(unsigned short weekday);
     static const std::string& weekday_abbreviation(unsigned short weekday);
-    /// 1 to 7 for a full or abbreviated name in any case of letters, else 0.
+    /// 1 to 7 for a full or abbreviated name, else 0; compared as months are.
     static unsigned short weekday_index(const std::string& name);
 
     /// The era names, "A.D." and "B.C." at start.
@@ -235,8 +237,8 @@ protected:
 private:
     friend class ka_time_and_date;
     friend class ka_time_zone;
-    friend struct locale_text;
-    friend struct rule_check;
+    friend struct ka_locale_text;
+    friend struct ka_rule_check;
 
     struct parts {
         unsigned int month;

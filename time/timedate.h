@@ -166,7 +166,7 @@ protected:
 private:
     friend class ka_date;
     friend class ka_time;
-    friend struct locale_text;
+    friend struct ka_locale_text;
     friend void ka_init_time_varnel();
     friend void ka_exit_time_varnel();
 

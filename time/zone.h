@@ -69,7 +69,8 @@ public:
 
     /// Adds a rule; false, and nothing done, where the zone has seven already.
     /// Rules are asked from the latest first year down, and of one year the one
-    /// inserted last; the first that is in effect counts.
+    /// inserted last; the first that is in effect counts. The construction of
+    /// the rule, derived class and all, must be over.
     bool insert(ka_time_zone_rule& rule) noexcept;
 
     // The offset.

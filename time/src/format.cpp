@@ -49,7 +49,7 @@ struct format_fields {
 }
 
 /// What the user's language has for a value.
-struct locale_text {
+struct ka_locale_text {
     // The layouts for `%c`, `%x` and `%X`.
     static const std::string& timedate() { return *ka_time_and_date::format_timedate_; }
     static const std::string& date() { return *ka_time_and_date::format_date_; }
@@ -138,11 +138,11 @@ using fields = const format_fields&;
 
 // clang-format off
 constexpr code_row code_table[] = {
-    {'a', [](char* at, text& out, fields v) { return out.put(at, locale_text::weekday_abbreviation(v)); }},
-    {'A', [](char* at, text& out, fields v) { return out.put(at, locale_text::weekday_name(v)); }},
+    {'a', [](char* at, text& out, fields v) { return out.put(at, ka_locale_text::weekday_abbreviation(v)); }},
+    {'A', [](char* at, text& out, fields v) { return out.put(at, ka_locale_text::weekday_name(v)); }},
     {'b', [](char* at, text& out, fields v) { return out.put(at, ka_date::month_abbreviation(v.month())); }},
     {'B', [](char* at, text& out, fields v) { return out.put(at, ka_date::month_name(v.month())); }},
-    {'c', [](char* at, text& out, fields v) { return put_formatted(at, out, locale_text::timedate(), v); }},
+    {'c', [](char* at, text& out, fields v) { return put_formatted(at, out, ka_locale_text::timedate(), v); }},
     {'C', [](char* at, text&, fields v) { return put_number(at, v.year / 100); }},
     {'d', day_number},
     {'D', [](char* at, text& out, fields v) { return put_formatted(at, out, "%m/%d/%y", v); }},
@@ -156,8 +156,8 @@ constexpr code_row code_table[] = {
     {'m', month_number},
     {'M', minute_number},
     {'n', [](char* at, text& out, fields) { return out.put(at, "\n"); }},
-    {'p', [](char* at, text& out, fields v) { return out.put(at, locale_text::half_of_day(v)); }},
-    {'P', [](char* at, text& out, fields v) { return out.put(at, locale_text::era(v)); }},
+    {'p', [](char* at, text& out, fields v) { return out.put(at, ka_locale_text::half_of_day(v)); }},
+    {'P', [](char* at, text& out, fields v) { return out.put(at, ka_locale_text::era(v)); }},
     {'q', microsecond_number},
     {'r', [](char* at, text& out, fields v) { return put_formatted(at, out, "%I:%M:%S %p", v); }},
     {'s', [](char* at, text&, fields v) { return put_year(at, std::abs(v.year)); }},
@@ -167,8 +167,8 @@ constexpr code_row code_table[] = {
     {'U', [](char* at, text&, fields v) { return write_two_places(at, v.date().week_of_year(1)); }},
     {'w', [](char* at, text&, fields v) { return put_number(at, v.date().weekday() - 1); }},
     {'W', [](char* at, text&, fields v) { return write_two_places(at, v.date().week_of_year(2)); }},
-    {'x', [](char* at, text& out, fields v) { return put_formatted(at, out, locale_text::date(), v); }},
-    {'X', [](char* at, text& out, fields v) { return put_formatted(at, out, locale_text::time(), v); }},
+    {'x', [](char* at, text& out, fields v) { return put_formatted(at, out, ka_locale_text::date(), v); }},
+    {'X', [](char* at, text& out, fields v) { return put_formatted(at, out, ka_locale_text::time(), v); }},
     {'y', [](char* at, text&, fields v) { return put_number(at, v.year % 100, 2); }},
     {'Y', year_number},
     {'Z', [](char* at, text& out, fields v) {

@@ -7,7 +7,10 @@
 
 /// How the library's own kind of rule is tested. Nothing is kept between two
 /// tests, since a rule and its points can change at any time.
-struct rule_check {
+struct ka_rule_check {
+    /// Whether a rule is of the library's own kind, and not of one derived from it.
+    static bool is_simple(const ka_time_zone_rule& rule) noexcept;
+
     /// Whether a year is one of the rule's. Both ends of the span belong to it.
     static bool covers(const ka_time_zone_rule& rule, short year) noexcept
     {

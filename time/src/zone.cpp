@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <ostream>
-#include <typeinfo>
 
 #include "rule_lookup.h"
 
@@ -29,7 +28,7 @@ bool ka_time_zone::insert(ka_time_zone_rule& rule) noexcept
     std::move_backward(place, end, end + 1);
     *place = &rule;
     ++count_;
-    all_simple_ = all_simple_ && typeid(rule) == typeid(ka_simple_time_zone_rule);
+    all_simple_ = all_simple_ && ka_rule_check::is_simple(rule);
     return true;
 }
 
