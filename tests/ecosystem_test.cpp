@@ -104,6 +104,8 @@ TEST(chrono_header, refuses_what_the_other_side_lacks)
     expect_error("invalid_weekday", "0", source, [] { to_chrono_weekday(0); });
     expect_error("invalid_weekday", "8", source, [] { to_ka_weekday(weekday(8)); });
     expect_error("invalid_time", "86400 seconds", source, [] { to_ka_time(hh_mm_ss(24h)); });
+    expect_error("invalid_time", "18446744073710 seconds", source,
+                 [] { to_ka_time(hh_mm_ss(18446744073710s)); });
     expect_error("invalid_time", "-0.000001 seconds", source, [] { to_ka_time(hh_mm_ss(-1us)); });
     for (const int sign : {1, -1})
         expect_error("invalid_time_period",
@@ -179,6 +181,8 @@ TEST(formatters, speak_the_language_of_the_library)
     EXPECT_EQ(fmt::format("{0:%-6H|%06H|%%} {0:on %Z} {0}", moment),
               "18    |000018|% on EDT4 " + moment.to_string());
     EXPECT_EQ(fmt::format("{:%5k%Y}", ka_time()), "    00");
+    const std::string with_nul("{:%Y\0%m}", 8);
+    EXPECT_EQ(fmt::format(fmt::runtime(with_nul), moment), std::string("2024\00007", 7));
     EXPECT_EQ(fmt::format("{:.>12}|{:{}}|{}", ka_time_period(90), ka_wint(-7), 4, ka_wint(8)),
               "..90 seconds|-7  |8");
     for (const char* wrong : {"{:%Q}", "{:%", "{:%Y %}", "{:%-05}", "{:{%Y}", "{:%Y"})

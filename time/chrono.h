@@ -134,7 +134,7 @@ constexpr ka_time_period to_ka_time_period(std::chrono::microseconds period) noe
     return result;
 }
 
-/// A period of at most 2^63 microseconds, some 292,000 years, either way; else
+/// A period whose microseconds 64 bits hold, some 292,000 years either way; else
 /// `invalid_time_period`. A time of day goes in too, as the period since midnight.
 constexpr std::chrono::microseconds to_microseconds(const ka_time_period& period)
 {
@@ -161,7 +161,11 @@ template <typename Duration>
 requires std::convertible_to<Duration, std::chrono::microseconds>
 constexpr ka_time to_ka_time(const std::chrono::hh_mm_ss<Duration>& time)
 {
-    const ka_time_period since_midnight = to_ka_time_period(time.to_duration());
+    // Whole seconds apart: they have a period, whatever their number.
+    const auto exact = time.to_duration();
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(exact);
+    ka_time_period since_midnight(static_cast<long long>(seconds.count()));
+    since_midnight += to_ka_time_period(exact - seconds);
     if (since_midnight < ka_time_period() || since_midnight >= ka_time_period(1, 0, 0, 0))
         ka_chrono_refuse(ka_chrono_refusal::invalid_time, since_midnight.to_string(), __LINE__);
     return ka_time(since_midnight);

@@ -103,10 +103,18 @@ private:
     {
         const std::string pattern(pattern_);
         if constexpr (std::is_same_v<Value, ka_time_and_date>)
-            return value.to_string(pattern.c_str());
+            return open_moment::text(pattern, value);
         else
             return value.to_string(pattern);
     }
+
+    /// Opens what takes a format of a moment with its length, and not up to a NUL.
+    struct open_moment : ka_time_and_date {
+        static std::string text(const std::string& format, const ka_time_and_date& value)
+        {
+            return formatted(format, value);
+        }
+    };
 
     /// A part of the text that the formatter was made for, which outlives it.
     std::string_view pattern_;

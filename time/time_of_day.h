@@ -122,8 +122,9 @@ public:
     static void pm_name(const std::string& text);
 
     // Text. The codes of a format are those of docs/format.md. A code for a
-    // part of the date prints a zero or nothing; one for a weekday or a week
-    // throws `invalid_date`, one for a month's name `invalid_month`.
+    // number of the date prints a zero, one for the zone nothing; one for a
+    // weekday, a week or the day of the year throws `invalid_date`, one for a
+    // month's name `invalid_month`.
 
     /// In the default format.
     std::string to_string() const;

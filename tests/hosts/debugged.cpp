@@ -1,5 +1,6 @@
 // A host that is stopped in a debugger, with one array of each kind of value,
 // and says how the library itself writes them.
+#include <cstring>
 #include <iostream>
 #include <iterator>
 #include <vector>
@@ -49,6 +50,7 @@ int main()
     for (const long long seconds : {0ll, 1ll, -1ll, 90061ll, -9223372036854775807ll})
         periods.push_back(ka_time_period(seconds));
     periods.push_back(ka_time_period(0, 0, 0, 0, -250000));
+    periods.push_back(ka_time_period(9223372036854775807, 500000) + ka_time_period(1, 999999));
     numbers = {0, -5, 0xffffffffffffffffull};
     for (const ka_time_zone* const zone : zones)
         for (int hour = 0; hour < 24 * 366 * 60; hour += 499) {
@@ -76,5 +78,16 @@ int main()
         } catch (const ka_time_varnel_error&) {
             say("refused");
         }
+
+    // A zone whose rule has lost its points.
+    alignas(ka_calendar_date) unsigned char lost[sizeof(ka_calendar_date)];
+    std::memset(lost, 0xdd, sizeof lost);
+    const auto& no_point = reinterpret_cast<const ka_calendar_date&>(lost);
+    ka_simple_time_zone_rule no_rule(no_point, no_point, 1, 0);
+    ka_time_zone no_zone(ka_time_period(3600));
+    no_zone.insert(no_rule);
+    moments.emplace_back();
+    moments.back().time_zone(no_zone);
+    say("1970-01-01 00:00:00.000000 universal time (no zone)");
     all_is_there();
 }

@@ -24,6 +24,10 @@ class Refused(Exception):
     """What the library would throw on."""
 
 
+class NoZone(Exception):
+    """Memory that holds no zone, or none any more."""
+
+
 def toward_zero(number, divisor):
     return number // divisor if number >= 0 else -(-number // divisor)
 
@@ -106,12 +110,11 @@ def time_text(since_midnight):
     return "%02d:%02d:%02d.%06d" % (seconds // 3600, seconds // 60 % 60, seconds % 60, microseconds)
 
 
-def period_text(microseconds):
-    sign = "-" if microseconds < 0 else ""
-    seconds, rest = divmod(abs(microseconds), SECOND)
-    if rest != 0:
-        return "%s%d.%06d seconds" % (sign, seconds, rest)
-    return "%s%d second%s" % (sign, seconds, "" if seconds == 1 else "s")
+def period_text(seconds, microseconds):
+    if microseconds != 0:
+        sign = "-" if seconds == 0 and microseconds < 0 else ""
+        return "%s%d.%06d seconds" % (sign, seconds, abs(microseconds))
+    return "%d second%s" % (seconds, "" if abs(seconds) == 1 else "s")
 
 
 # What lies in the memory of the program.
@@ -127,6 +130,8 @@ class Point:
 
     def __init__(self, address):
         seconds, microseconds, self.month, self.day, self.weekday, self.week = fields("=qi4xHHHxxi", address)
+        if not 1 <= self.month <= 12:
+            raise NoZone
         self.time = (seconds * SECOND + microseconds) % DAY
 
     def date(self, year):
@@ -160,6 +165,8 @@ class Zone:
     def __init__(self, address):
         (name, name_size, dst_name, dst_name_size, seconds, microseconds, self.rules, self.count,
          self.all_simple) = fields("=QQ16xQQ16xqi4xQi?", address)
+        if not 0 <= self.count <= 7:
+            raise NoZone
         self.offset = seconds * SECOND + microseconds
         self.stem = self.text(name, name_size)
         self.dst_stem = self.text(dst_name, dst_name_size)
@@ -194,7 +201,8 @@ def universal_text(instant, why):
     try:
         return "%s %s universal time (%s)" % (date_text(date_of(instant)), time_text(instant), why)
     except Refused:
-        return "%s after day number 0, out of range" % period_text(instant)
+        seconds = toward_zero(instant, SECOND)
+        return "%s after day number 0, out of range" % period_text(seconds, instant - seconds * SECOND)
 
 
 def moment_text(instant, zone_address):
@@ -209,7 +217,7 @@ def moment_text(instant, zone_address):
         return "%s %s %s" % (date_text(date_of(local)), time_text(local), name)
     except Refused:
         return universal_text(instant, zone.name() + " refuses it")
-    except (gdb.MemoryError, struct.error):
+    except (gdb.MemoryError, NoZone):
         return universal_text(instant, "no zone at 0x%x" % zone_address)
 
 
@@ -227,7 +235,7 @@ TEXTS = {
     "ka_date": lambda value: date_text(int(value["julian_day_"])),
     "ka_time": lambda value: time_text(period(value["since_midnight_"])),
     "ka_time_and_date": lambda value: moment_text(period(value["instant_"]), int(value["zone_"])),
-    "ka_time_period": lambda value: period_text(period(value)),
+    "ka_time_period": lambda value: period_text(int(value["seconds_"]), int(value["microseconds_"])),
     "ka_time_zone": lambda value: zone_text(int(value.address)),
     "ka_wint": wint_text,
 }
