@@ -11,9 +11,10 @@ namespace {
 
 constexpr int binary_digits = 64;
 
-constexpr bool is_radix(ka_base radix)
+/// All other numbers are written in decimal, those that name no radix too.
+constexpr bool is_power_of_two(ka_base radix)
 {
-    return radix == ka_binary || radix == ka_octal || radix == ka_decimal || radix == ka_hexadecimal;
+    return radix == ka_binary || radix == ka_octal || radix == ka_hexadecimal;
 }
 
 constexpr char upper_case(char letter)
@@ -26,7 +27,7 @@ constexpr char upper_case(char letter)
 std::string ka_wint::to_string(ka_base radix, bool upper) const
 {
     char text[1 + binary_digits];
-    if (radix == ka_decimal || !is_radix(radix)) {
+    if (!is_power_of_two(radix)) {
         char* const end = text + sizeof text;
         char* begin = write_before(end, magnitude());
         if (negative_)
