@@ -7,6 +7,9 @@
 
 #include "input.h"
 
+// Where a value takes more than one number, braces have each compiler take them
+// in the same order.
+
 /// A day of any year, or near a limit, the first year A.D. or the first of four digits.
 inline ka_date any_date(input& in)
 {
@@ -25,7 +28,7 @@ inline ka_time any_time(input& in)
 /// A point of the year, which not every year may have.
 inline ka_calendar_date any_point(input& in)
 {
-    const ka_time_period when(in.one_in(4) ? 0 : in.between(0, 100000), in.between(0, 1));
+    const ka_time_period when{in.one_in(4) ? 0 : in.between(0, 100000), in.between(0, 1)};
     const auto month = static_cast<unsigned short>(in.between(1, 12));
     if (in.one_in(3))
         return {when, month, static_cast<unsigned short>(in.between(1, 31))};
@@ -45,7 +48,7 @@ inline ka_time_period any_shift(input& in)
 
 /// A zone of a host's own, with as many rules as it takes.
 struct own_zone {
-    explicit own_zone(input& in) : zone(any_shift(in), in.one_in(2) ? "OWN" : "UTC", "SUMMER")
+    explicit own_zone(input& in) : zone{any_shift(in), in.one_in(2) ? "OWN" : "UTC", "SUMMER"}
     {
         for (int count = in.between(0, 8); count > 0; --count) {
             const auto first = static_cast<short>(in.one_in(4) ? -4713 : in.between(1990, 2030));
