@@ -5,6 +5,7 @@
 #include <sys/time.h>
 #include <vector>
 
+#include "../tests/plain_calendar.h"
 #include "stepwise.h"
 #include "values.h"
 
@@ -28,14 +29,10 @@ short any_year(input& in)
     return in.between(0, 3) == 0 ? in.take<short>() : static_cast<short>(in.between(1960, 2040));
 }
 
-bool is_year(int year) { return -4713 <= year && year <= 32766 && year != 0; }
-bool is_leap(int year) { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
-
 bool is_date(int month, int day, int year)
 {
-    constexpr int lengths[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     return is_year(year) && 1 <= month && month <= 12 && 1 <= day &&
-           day <= lengths[month - 1] + (month == 2 && is_leap(year + (year < 0)));
+           day <= month_length(month, is_leap(year + (year < 0)));
 }
 
 bool is(const ka_date& date, int month, int day, int year)

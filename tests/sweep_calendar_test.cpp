@@ -9,6 +9,7 @@
 #include <time/date.h>
 
 #include "expect_error.h"
+#include "plain_calendar.h"
 
 // The whole calendar, against the standard library's and against a walk from day
 // to day. Both count years through 0, which is the library's year -1.
@@ -24,12 +25,6 @@ constexpr int first_day = 38, last_day = 13688960, epoch = 2440588;
 /// All are, but where a run takes long every so many, and the last ones.
 bool is_swept(int index, int count) { return index % SWEEP_STRIDE == 0 || index > count - 8; }
 
-bool is_valid(int year) { return -4713 <= year && year <= 32766 && year != 0; }
-bool is_leap(int year) { return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0); }
-
-constexpr int lengths[] = {0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-int length(int month, bool leap) { return lengths[month] + (month == 2 && leap); }
-
 /// Knows nothing but how to go on to the next day, from the Wednesday before the range.
 struct walker {
     int year = -4713, month = 12, day = 31, day_of_year = 364, weekday = 4;
@@ -37,7 +32,7 @@ struct walker {
 
     void step()
     {
-        if (++day > length(month, is_leap(year)))
+        if (++day > month_length(month, is_leap(year)))
             day = 1, ++month;
         if (month > 12)
             *this = {year + 1, 1, 1, -1, weekday};
@@ -55,7 +50,7 @@ int block_day_number(int month, int year)
     const int count = year + 4799 + (year < 0);
     int number = count / 400 * 146097 + count % 400 / 100 * 36524 + count % 100 / 4 * 1461 + count % 4 * 365;
     for (int before = 1; before < month; ++before)
-        number += length(before, is_valid(year) && is_leap(year + (year < 0)));
+        number += month_length(before, is_year(year) && is_leap(year + (year < 0)));
     return number - 31738;
 }
 
@@ -123,7 +118,7 @@ TEST(calendar_sweep, every_month_and_day_in_every_year_of_the_type)
         if (!is_swept(number + 4713, SHRT_MAX + 4713))
             continue;
         const auto year = static_cast<short>(number);
-        const bool valid = is_valid(year), leap = valid && is_leap(year + (year < 0));
+        const bool valid = is_year(year), leap = valid && is_leap(year + (year < 0));
         ASSERT_TRUE(ka_date::is_year(year) == valid && ka_date::is_leap_year(year) == leap &&
                     (year == 0 || ka_date::days_in_year(year) == 365 + leap) &&
                     (valid || is_refused(static_cast<u16>(std::abs(number) % 12 + 1), 1, year)))
@@ -131,7 +126,7 @@ TEST(calendar_sweep, every_month_and_day_in_every_year_of_the_type)
         for (const u16 month :
              std::initializer_list<u16>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 65535}) {
             const bool is_month = 1 <= month && month <= 12, has_number = is_month && year != 0;
-            const int days = is_month ? length(month, leap) : 0;
+            const int days = is_month ? month_length(month, leap) : 0;
             const int before = has_number ? block_day_number(month, year) - 1 : 0;
             ASSERT_TRUE(ka_date::is_month(month) == is_month &&
                         (!has_number || ka_date::days_in_month(month, year) == days) &&

@@ -13,39 +13,14 @@
 namespace {
 
 constexpr const char* source = "time/src/time";
-constexpr long long million = 1000000, day = 86400 * million;
-
-/// Microseconds since midnight, by the fields as they are read.
-long long total(const ka_time& time)
-{
-    return ((time.hours() * 60 + time.minutes()) * 60 + time.seconds()) * million + time.microseconds();
-}
-
-long long modulo_day(long long microseconds) { return (microseconds % day + day) % day; }
 
 static_assert(ka_time(23, 30, 0) + ka_time_period(0, 1, 0, 0, 0) == ka_time(0, 30, 0));
 
 }
 
-TEST(time_of_day, counts_of_seconds_wrap)
+TEST(time_of_day, limits_and_comparisons_with_periods)
 {
-    for (int seconds = -200000; seconds <= 200000; ++seconds) {
-        const ka_time time(seconds);
-        const long long expected = modulo_day(seconds * million);
-        ASSERT_TRUE(total(time) == expected && time.is_pm() == (expected >= day / 2) &&
-                    time.is_am() != time.is_pm());
-    }
-    for (const long long seconds : {LLONG_MIN, INT_MIN - 1ll, 4294967296ll, LLONG_MAX}) {
-        EXPECT_EQ(total(ka_time(seconds)), modulo_day(seconds % 86400 * million)) << seconds;
-        EXPECT_EQ(ka_time(seconds), ka_time(ka_time_period(seconds, 0)));
-    }
-    EXPECT_EQ(ka_time(ULLONG_MAX), ka_time(ULLONG_MAX % 86400));
-    EXPECT_EQ(ka_time(UINT_MAX), ka_time(4294967295));
-    EXPECT_TRUE(total(ka_time::min_time()) == 0 && total(ka_time::max_time()) == day - 1);
-}
-
-TEST(time_of_day, compares_with_periods)
-{
+    EXPECT_TRUE(ka_time::min_time() == ka_time() && ka_time::max_time() == ka_time(23, 59, 59, 999999));
     // A period on the right is a time of day, a time on the right a period.
     const ka_time_period next_morning(25 * 3600);
     EXPECT_TRUE(ka_time(1, 0, 0) == next_morning && !(ka_time(1, 0, 0) != next_morning));

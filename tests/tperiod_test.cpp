@@ -15,16 +15,6 @@ namespace {
 
 constexpr const char* source = "time/src/tperiod";
 
-struct fields {
-    long long seconds;
-    int microseconds;
-
-    bool operator==(const fields&) const = default;
-    ka_time_period period() const { return ka_time_period(seconds, microseconds); }
-};
-
-fields of(const ka_time_period& p) { return {static_cast<timeval>(p).tv_sec, p.microseconds()}; }
-
 static_assert(ka_time_period(1, 600000) + ka_time_period(1, 600000) == ka_time_period(3, 200000));
 
 }
@@ -42,7 +32,7 @@ TEST(time_period, refused_fields)
     refused("Seconds: 0 Microseconds: 1000000", [&] { period = ka_time_period(timeval{0, 1000000}); });
     refused("Days: 0 Hours: 2147483647 Minutes: 0 Seconds: -1 Microseconds: 1000000",
             [&] { period.time_period(0, INT_MAX, 0, -1, 1000000); });
-    EXPECT_EQ(of(period = -5000000000l), (fields{-5000000000, 0}));
+    EXPECT_EQ(period = -5000000000l, ka_time_period(-5000000000, 0));
 }
 
 TEST(time_period, quotients_at_the_edges)
@@ -61,9 +51,9 @@ TEST(time_period, quotients_at_the_edges)
 TEST(time_period, text)
 {
     std::ostringstream texts;
-    for (const fields& value :
-         {fields{0, 0}, {1, 0}, {-1, 0}, {90, 0}, {1, 1}, {0, -500000}, {LLONG_MIN, -999999}})
-        texts << value.period().to_string() << '\n';
+    for (const ka_time_period& value : std::initializer_list<ka_time_period>{
+             {0, 0}, {1, 0}, {-1, 0}, {90, 0}, {1, 1}, {0, -500000}, {LLONG_MIN, -999999}})
+        texts << value.to_string() << '\n';
     texts << std::setfill('*') << std::setw(12);
     ka_time_period(90, 0).print(texts);
     ka_time_period(90, 0).print(texts);
