@@ -142,8 +142,9 @@ void check(const Value& value, const string& format, const Reader& read)
     const auto plain = [&](const string& shown) { return result_of([&] { return printed(shown, read()); }); };
     Value::default_format(format);
     bool is_refused = !plain({}).empty();
+    const char* const endless = format.size() % 2 != 0 ? "%18446744073709551615d" : "%-9223372036854775808d";
     try {
-        result_of([&] { return value.to_string("%18446744073709551615d"); });
+        result_of([&] { return value.to_string(endless); });
     } catch (const std::length_error&) {
         is_refused = true;
     } catch (const std::bad_alloc&) {

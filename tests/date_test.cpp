@@ -1,6 +1,5 @@
 #include <climits>
 #include <ctime>
-#include <iomanip>
 #include <sstream>
 #include <string>
 
@@ -109,7 +108,7 @@ TEST(date, moves_by_whole_days_and_leaves_the_range_by_single_steps_only)
     EXPECT_TRUE(before <= today && today <= clock(std::time(nullptr)));
 }
 
-TEST(date, names_and_text)
+TEST(date, names)
 {
     const auto check = [](const std::string& name, u16 number, auto full, auto abbreviation, auto index) {
         std::string swapped = name;
@@ -131,20 +130,10 @@ TEST(date, names_and_text)
     expect_error("invalid_weekday", "0", source, [] { ka_date::weekday_abbreviation(0); });
     expect_error("invalid_weekday", "8", source, [] { ka_date::weekday_name(8); });
 
-    const ka_date date(2, 29, 2024);
-    const std::string format = ka_date::default_format();
-    EXPECT_EQ(date.to_string() + date.to_string("") + date.to_string("%H:%M"), "02/29/2400:00");
-    ka_date::default_format("%d.%m.");
-    std::ostringstream stream;
-    stream << std::setfill('*') << std::setw(8);
-    date.print(stream);
-    EXPECT_EQ(stream.str(), "**29.02.");
-    ka_date::default_format(format);
-
     const std::string &ad = ka_date::ad_name(), &bc = ka_date::bc_name(), at_start = ad + bc;
     ka_date::ad_name("AD");
     ka_date::bc_name("BC");
-    EXPECT_EQ(at_start + ad + bc + date.to_string("%P") + ka_date(1, 1, -5).to_string("%P"),
+    EXPECT_EQ(at_start + ad + bc + ka_date(1, 1, 5).to_string("%P") + ka_date(1, 1, -5).to_string("%P"),
               "A.D.B.C.ADBCADBC");
     ka_date::ad_name("A.D.");
     ka_date::bc_name("B.C.");

@@ -1,8 +1,7 @@
 #include <sys/time.h>
 
 #include <climits>
-#include <iomanip>
-#include <sstream>
+#include <initializer_list>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -50,13 +49,10 @@ TEST(time_period, quotients_at_the_edges)
 
 TEST(time_period, text)
 {
-    std::ostringstream texts;
+    std::string texts;
     for (const ka_time_period& value : std::initializer_list<ka_time_period>{
              {0, 0}, {1, 0}, {-1, 0}, {90, 0}, {1, 1}, {0, -500000}, {LLONG_MIN, -999999}})
-        texts << value.to_string() << '\n';
-    texts << std::setfill('*') << std::setw(12);
-    ka_time_period(90, 0).print(texts);
-    ka_time_period(90, 0).print(texts);
-    EXPECT_EQ(texts.str(), "0 seconds\n1 second\n-1 second\n90 seconds\n1.000001 seconds\n-0.500000 seconds\n"
-                           "-9223372036854775808.999999 seconds\n**90 seconds90 seconds");
+        texts += value.to_string() + "\n";
+    EXPECT_EQ(texts, "0 seconds\n1 second\n-1 second\n90 seconds\n1.000001 seconds\n-0.500000 seconds\n"
+                     "-9223372036854775808.999999 seconds\n");
 }
