@@ -30,6 +30,7 @@ TEST(calendar, refused_fields_in_the_order_of_the_arguments)
         {"invalid_time_period", "-0.000001 seconds", [](point&) { point(below_none, 13, 0); }},
         {"invalid_month", "13", [](point&) { point(none, 13, 0); }},
         {"invalid_day", "0", [](point&) { point(none, 2, 0); }},
+        {"invalid_day", "32", [](point&) { point(none, 2, 32); }},
         {"invalid_time_period", "-0.000001 seconds", [](point&) { point(below_none, 0, ka_first, 8); }},
         {"invalid_weekday", "8", [](point&) { point(none, 1, ka_first, 8); }},
         {"invalid_time_period", "-86400 seconds", [](point& p) { p.when(ka_time_period(-86400)); }},

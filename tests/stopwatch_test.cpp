@@ -27,6 +27,9 @@ TEST(stopwatch, states)
     watch.start();
     const ka_stopwatch started = watch;
     EXPECT_TRUE(watch.running() && started == watch && !(watch == fresh));
+    ka_stopwatch dropped = started;
+    dropped.reset();
+    EXPECT_FALSE(dropped == started); // of the same start and total
     EXPECT_TRUE(printed(watch).ends_with(" seconds, running")) << printed(watch);
     pass_time();
     watch.start();
@@ -36,6 +39,7 @@ TEST(stopwatch, states)
     watch.stop();
     const ka_stopwatch stopped = watch;
     EXPECT_TRUE(stopped.lap() >= lap && !watch.running() && started.running());
+    EXPECT_FALSE(dropped == stopped); // of the same start, and stopped as well
     EXPECT_EQ(printed(watch), ka_time_period(watch).to_string() + ", stopped");
     pass_time();
     watch.stop();
