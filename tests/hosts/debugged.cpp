@@ -20,6 +20,8 @@ std::vector<ka_time> times;
 std::vector<ka_time_period> periods;
 std::vector<ka_wint> numbers;
 std::vector<ka_time_and_date> moments;
+/// Memory that holds nothing any more.
+alignas(ka_time_zone) unsigned char lost[sizeof(ka_time_zone)];
 
 std::string day_text(const ka_date& date)
 {
@@ -80,7 +82,6 @@ int main()
         }
 
     // A zone whose rule has lost its points.
-    alignas(ka_calendar_date) unsigned char lost[sizeof(ka_calendar_date)];
     std::memset(lost, 0xdd, sizeof lost);
     const auto& no_point = reinterpret_cast<const ka_calendar_date&>(lost);
     ka_simple_time_zone_rule no_rule(no_point, no_point, 1, 0);
@@ -89,5 +90,6 @@ int main()
     moments.emplace_back();
     moments.back().time_zone(no_zone);
     say("1970-01-01 00:00:00.000000 universal time (no zone)");
+    say("no zone");
     all_is_there();
 }

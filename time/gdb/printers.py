@@ -205,6 +205,10 @@ def universal_text(instant, why):
         return "%s after day number 0, out of range" % period_text(seconds, instant - seconds * SECOND)
 
 
+def no_zone_text(address):
+    return "no zone at 0x%x" % address
+
+
 def moment_text(instant, zone_address):
     try:
         zone = Zone(zone_address)
@@ -218,11 +222,14 @@ def moment_text(instant, zone_address):
     except Refused:
         return universal_text(instant, zone.name() + " refuses it")
     except (gdb.MemoryError, NoZone):
-        return universal_text(instant, "no zone at 0x%x" % zone_address)
+        return universal_text(instant, no_zone_text(zone_address))
 
 
 def zone_text(address):
-    zone = Zone(address)
+    try:
+        zone = Zone(address)
+    except (gdb.MemoryError, NoZone):
+        return no_zone_text(address)
     return "%s, %s" % (zone.name(), zone.dst_name()) if zone.count else zone.name()
 
 
