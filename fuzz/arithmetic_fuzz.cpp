@@ -156,10 +156,11 @@ void check_time(const fields& p, const fields& q)
     const ka_time a = ka_time_period(p.seconds, p.microseconds), b = length;
     const int128 since_midnight = modulo_day(p.total());
     agree(total(a) == since_midnight && of(ka_time_period(a)).total() == since_midnight, "time");
-    const auto wraps = [](auto count) {
+    const auto is_time = [](auto count) {
         return total(ka_time(count)) == modulo_day(int128{count} * million);
     };
-    agree(wraps(p.seconds) && wraps(static_cast<u64>(p.seconds)) && wraps(static_cast<int>(p.seconds)),
+    agree(is_time(p.seconds) && is_time(static_cast<u64>(p.seconds)) &&
+              is_time(static_cast<int>(p.seconds)) && is_time(static_cast<unsigned int>(p.seconds)),
           "count of seconds");
     agree(a.is_pm() == (since_midnight >= day / 2) && a.is_am() != a.is_pm(), "half of the day");
     agree(same_order(a, b, total(a), total(b)), "order of times");

@@ -19,11 +19,7 @@ inline ka_date any_date(input& in)
     return in.between(span[0], span[1]);
 }
 
-inline ka_time any_time(input& in)
-{
-    const int second = in.between(0, 86399);
-    return ka_time_period(second, in.between(0, 999999));
-}
+inline ka_time any_time(input& in) { return ka_time_period{in.between(0, 86399), in.between(0, 999999)}; }
 
 /// A point of the year, which not every year may have.
 inline ka_calendar_date any_point(input& in)

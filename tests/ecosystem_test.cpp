@@ -66,6 +66,7 @@ TEST(insertion, is_that_of_the_text)
     expect_inserted(time, "18:28:38:000123");
     expect_inserted(ka_time_and_date(time, date), "07/04/24 18:28:38:000123");
     expect_inserted(ka_time_period(-1234567, -5), "-1234567.000005 seconds");
+    expect_inserted(ka_wint(1234567), "1234567");
     expect_inserted(ka_wint(-1234567), "-1234567");
     expect_inserted(ka_time_zone::pacific(), "ka_time_zone( PST8, PDT7 )");
     const ka_calendar_date point(ka_time_period(), 1, 1);
