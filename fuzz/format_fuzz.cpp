@@ -1,5 +1,6 @@
 // Prints any value by any format, beside a plain engine with the calendar of
 // std::chrono. Names and local readings are taken from the library.
+#include <bit>
 #include <chrono>
 #include <new>
 #include <optional>
@@ -12,16 +13,28 @@ namespace {
 
 using std::string;
 
-/// Without a date the day is 0, and so are month, day of the month and year.
+/// Without a date, month, day of the month and year are 0.
 struct fields {
-    fields(const ka_time& time, int day, string zone_name = {}) : julian_day(day), zone(std::move(zone_name))
+    explicit fields(const ka_time& time)
     {
         const ka_time_period since_midnight = time;
         second = since_midnight.to_seconds();
         microsecond = since_midnight.microseconds();
-        if (julian_day == 0)
-            return;
-        const std::chrono::sys_days date(std::chrono::days(julian_day - 2440588));
+    }
+
+    fields(const ka_time& time, const ka_date& day, const string& zone_name) : fields(time)
+    {
+        const int number = day.julian_day();
+        if (38 <= number && number <= 13688960)
+            take(std::chrono::sys_days(std::chrono::days(number - 2440588)));
+        else
+            take_beyond(day);
+        if (year != 0)
+            zone = zone_name;
+    }
+
+    void take(std::chrono::sys_days date)
+    {
         const std::chrono::year_month_day parts(date);
         const int astronomical_year{parts.year()};
         year = astronomical_year < 1 ? astronomical_year - 1 : astronomical_year;
@@ -29,9 +42,22 @@ struct fields {
         day_of_month = static_cast<int>(unsigned{parts.day()});
         day_of_year = static_cast<int>((date - std::chrono::sys_days(parts.year() / 1 / 1)).count());
         weekday = static_cast<int>(std::chrono::weekday(date).c_encoding());
+        is_date = true;
     }
 
-    int julian_day;
+    /// Beyond the range the parts are those that the library tells, and they may be a date's again.
+    void take_beyond(const ka_date& day)
+    {
+        year = day.year();
+        month = day.month();
+        day_of_month = day.day();
+        const std::chrono::year_month_day parts(std::chrono::year(year < 0 ? year + 1 : year),
+                                                std::chrono::month(day.month()), std::chrono::day(day.day()));
+        if (-4713 <= year && year <= 32766 && year != 0 && parts.ok())
+            take(parts);
+    }
+
+    bool is_date = false;
     string zone;
     int second, microsecond, year = 0, month = 0, day_of_month = 0, day_of_year = 0, weekday = 0;
 };
@@ -53,8 +79,7 @@ string printed(const string& format, const fields& v);
 string printed(char letter, const fields& v)
 {
     constexpr int invalid_date = 3, invalid_month = 7;
-    const bool is_known = 38 <= v.julian_day && v.julian_day <= 13688960;
-    if (!is_known && string("aAjUwW").find(letter) != string::npos)
+    if (!v.is_date && string("aAjUwW").find(letter) != string::npos)
         throw ka_time_varnel_error(invalid_date, "");
     if (v.month == 0 && (letter == 'b' || letter == 'B'))
         throw ka_time_varnel_error(invalid_month, "");
@@ -155,6 +180,13 @@ void check(const Value& value, const string& format, const Reader& read)
     agree(result_of([&] { return value.to_string(format.c_str()); }) == plain(format.c_str()), "the text");
 }
 
+/// A date as `++` and `--` can leave it, up to some thousand million steps away.
+ka_date stepped_to(int julian_day)
+{
+    static_assert(sizeof(ka_date) == sizeof julian_day);
+    return std::bit_cast<ka_date>(julian_day);
+}
+
 const ka_time_zone& zone_of(input& in, std::optional<own_zone>& own)
 {
     using zones = ka_time_zone;
@@ -184,14 +216,16 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
     ka_date date = any_date(in);
 
     if (kind == 0) {
-        check(time, format_of(in), [&] { return fields(time, 0); });
+        check(time, format_of(in), [&] { return fields(time); });
     } else if (kind == 1) {
         const auto beyond = in.take<signed char>();
-        if (beyond > 0)
+        if (beyond % 4 == 3)
+            date = stepped_to(in.take<int>());
+        else if (beyond > 0)
             ++date;
         else if (beyond < 0)
             --date;
-        check(date, format_of(in), [&] { return fields({}, date.julian_day(), zone.name()); });
+        check(date, format_of(in), [&] { return fields({}, date, zone.name()); });
     } else {
         ka_time_and_date moment;
         moment.utc_time_and_date(time, date);
@@ -199,7 +233,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
             moment.utc_time_and_date(ka_time_period(in.take<long long>()));
         check(moment, format_of(in), [&] {
             const string name_then = moment.is_dst() ? zone.dst_name() : zone.name();
-            return fields(moment.time(), moment.date().julian_day(), name_then);
+            return fields(moment.time(), moment.date(), name_then);
         });
     }
     ka_time_and_date::default_time_zone(ka_time_zone::utc());

@@ -58,6 +58,25 @@ TEST(formats, years_and_eras)
                      [&] { beyond.to_string(code); });
 }
 
+TEST(formats, the_year_of_a_date_stepped_far_away_is_a_short)
+{
+    ka_date before = ka_date::min_date();
+    for (int days = 0; days < 32083; ++days)
+        --before;
+    ka_date beyond = ka_date::max_date();
+    for (int days = 0; days < 367; ++days)
+        ++beyond;
+    EXPECT_EQ(beyond.to_string("%Y %s"), "-32768 32768");
+    for (const ka_date& date : {before, beyond}) {
+        std::string codes, texts;
+        for (int count = 0; count < 200; ++count) {
+            ASSERT_EQ(date.to_string(codes), texts);
+            codes += "%Y";
+            texts += std::to_string(date.year());
+        }
+    }
+}
+
 TEST(formats, flags_widths_and_unknown_letters)
 {
     const ka_time_and_date moment(time_, date_, ka_time_zone::pacific());

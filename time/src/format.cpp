@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <limits>
 #include <string_view>
 
 #include <time/timedate.h>
@@ -25,11 +26,29 @@ enum number : unsigned char {
     no_number
 };
 
+/// The most characters that a number takes.
+constexpr std::size_t longest_text(number printed)
+{
+    if (printed == year_number)
+        return sizeof "-32768" - 1;
+    return printed == microsecond_number ? 6 : 2;
+}
+
+/// How many times as long as its code, of two characters at least, a number can be.
+constexpr std::size_t longest_for_code = 3;
+static_assert([] {
+    for (int printed = 0; printed < no_number; ++printed)
+        if (longest_text(static_cast<number>(printed)) > 2 * longest_for_code)
+            return false;
+    return sizeof(short) == 2;
+}());
+
 /// What the codes of a format print from.
 struct format_fields {
     unsigned int two_places[numbers_of_two_places];
     unsigned int microsecond;
-    int year;
+    /// The short that `calc_calendar_date` gives, of a date stepped however far.
+    short year;
     bool dst;
     /// The day number of a date, or 0: then month, day and year may form none.
     int julian_day;
@@ -40,10 +59,7 @@ struct format_fields {
     unsigned short month() const { return static_cast<unsigned short>(two_places[month_number]); }
     unsigned short day() const { return static_cast<unsigned short>(two_places[day_number]); }
     /// Throws `invalid_date` where there is no date.
-    ka_date date() const
-    {
-        return julian_day != 0 ? ka_date(julian_day) : ka_date(month(), day(), static_cast<short>(year));
-    }
+    ka_date date() const { return julian_day != 0 ? ka_date(julian_day) : ka_date(month(), day(), year); }
 };
 
 }
@@ -217,9 +233,9 @@ struct cursor {
     const char fill = *place == '0' ? '0' : ' ';
     if (is_left || fill == '0')
         ++place;
-    std::size_t width = 0;
+    unsigned long long width = 0;
     for (; '0' <= *place && *place <= '9'; ++place)
-        width = width * 10 + static_cast<std::size_t>(*place - '0');
+        width = width * 10 + static_cast<unsigned long long>(*place - '0');
 
     const std::size_t start = out.size(now.at);
     const auto code = static_cast<unsigned char>(*place);
@@ -234,21 +250,24 @@ struct cursor {
     const std::size_t length = out.size(at) - start;
     if (length >= width)
         return {at, place + 1};
-    return {out.insert(at, is_left ? out.size(at) : start, width - length, fill), place + 1};
+    // A width that memory has no numbers for is as far beyond it as the highest number.
+    const unsigned long long missing = width - length;
+    const auto count = static_cast<std::size_t>(
+        std::min<unsigned long long>(missing, std::numeric_limits<std::size_t>::max()));
+    return {out.insert(at, is_left ? out.size(at) : start, count, fill), place + 1};
 }
 
 /// The format must have a NUL behind its end, as every string has: a code that
 /// is cut off there has it for its letter.
 ///
-/// Letters and plain numbers become at most three times as long as they are in
-/// the format. So they need no test for room, as long as there is as much of it
+/// Letters and plain numbers become at most `longest_for_code` times as long as
+/// they are in the format. So they need no test for room, as long as there is as much of it
 /// for the format left, and `code_room` for a code of another kind.
 [[gnu::always_inline]] inline char* write_format(char* at, text& out, std::string_view format,
                                                  const format_fields& value)
 {
-    constexpr std::size_t longest = 3;
     const char* const end = format.data() + format.size();
-    cursor now = {out.room(at, longest * format.size() + code_room), format.data()};
+    cursor now = {out.room(at, longest_for_code * format.size() + code_room), format.data()};
     while (now.place < end) {
         const char letter = *now.place++;
         if (letter != '%') {
@@ -269,7 +288,8 @@ struct cursor {
             now = {writer_of_letter[code](now.at, out, value), now.place + 1};
         else
             now = put_padded_code(now, out, value);
-        now.at = out.room(now.at, longest * static_cast<std::size_t>(end + 1 - now.place) + code_room);
+        now.at =
+            out.room(now.at, longest_for_code * static_cast<std::size_t>(end + 1 - now.place) + code_room);
     }
     return now.at;
 }
@@ -305,7 +325,7 @@ std::string ka_time_and_date::text_of(std::string_view format, const ka_time_and
     return made_text(
         format, {{minute_of_day / 60, minute_of_day % 60, second_of_day % 60, now.day.month, now.day.day},
                  now.time.microseconds(),
-                 now.day.year,
+                 static_cast<short>(now.day.year),
                  now.is_dst,
                  now.date.julian_day(),
                  *value.zone_});
@@ -349,9 +369,12 @@ std::string ka_date::to_string(const std::string& format) const
 {
     const parts date = split(julian_day_);
     const int known_day = is_julian_day(julian_day_) ? julian_day_ : 0;
-    return made_text(
-        format,
-        {{0, 0, 0, date.month, date.day}, 0, date.year, false, known_day, *ka_time_and_date::default_tzone_});
+    return made_text(format, {{0, 0, 0, date.month, date.day},
+                              0,
+                              static_cast<short>(date.year),
+                              false,
+                              known_day,
+                              *ka_time_and_date::default_tzone_});
 }
 
 std::string ka_time::to_string(const std::string& format) const

@@ -4,6 +4,7 @@
 
 #include "platform.h"
 #include "release.h"
+#include "text/layouts.h"
 
 std::string* ka_time_and_date::month_name_[12] = {};
 std::string* ka_time_and_date::month_abbr_[12] = {};
@@ -103,9 +104,11 @@ void ka_time_and_date::create_default_formats()
 
 void ka_time_and_date::create_patterns()
 {
-    format_timedate_ = new std::string(decode("%c"));
-    format_date_ = new std::string(decode("%x"));
-    format_time_ = new std::string(decode("%X"));
+    locale_layouts layouts = {{decode("%c"), decode("%x"), decode("%X")}};
+    layouts.end_circles();
+    format_timedate_ = new std::string(layouts.texts[0]);
+    format_date_ = new std::string(layouts.texts[1]);
+    format_time_ = new std::string(layouts.texts[2]);
 }
 
 void ka_time_and_date::create_limits()
