@@ -7,7 +7,8 @@
 #include <time/tperiod.h>
 #include <time/wint.h>
 
-#include "../tests/same_order.h"
+#include "../tests/support/comparisons.h"
+#include "../tests/support/opened.h"
 #include "input.h"
 
 namespace {
@@ -39,12 +40,6 @@ std::string digits(u64 value, unsigned int radix, const char* shapes = "01234567
 
 ka_wint wide(int128 value) { return value < 0 ? -ka_wint(magnitude(value)) : ka_wint(magnitude(value)); }
 
-/// Opens what a derived class may use.
-struct open_wint : ka_wint {
-    explicit open_wint(const ka_wint& value) : ka_wint(value) {}
-    using ka_wint::abs, ka_wint::digits, ka_wint::make_negative, ka_wint::same_sign;
-};
-
 void check_wint(int128 value)
 {
     const ka_wint x = wide(value);
@@ -62,20 +57,20 @@ void check_wint(int128 value)
               x.to_string(ka_hexadecimal) == sign + "0X" + digits(low, 16) &&
               x.to_string(ka_hexadecimal, false) == sign + "0x" + digits(low, 16, "0123456789abcdef"),
           "text of a wide integer");
-    open_wint open(x);
-    agree(open.digits() == 0u + (low > 0) + (low >> 16 > 0) + (low >> 32 > 0) + (low >> 48 > 0),
+    opened_wint negated(x);
+    agree(negated.digits() == 0u + (low > 0) + (low >> 16 > 0) + (low >> 32 > 0) + (low >> 48 > 0),
           "digits of a wide integer");
-    open.make_negative();
-    agree(is(open_wint::abs(x), low) && is(open, -value), "magnitude of a wide integer");
+    negated.make_negative();
+    agree(is(opened_wint::abs(x), low) && is(negated, -value), "magnitude of a wide integer");
 }
 
 void check_wint(int128 a, int128 b)
 {
     const ka_wint x = wide(a);
     const ka_wint y = wide(b);
-    agree(open_wint::same_sign(x, y) == ((a < 0) == (b < 0)), "same sign");
+    agree(opened_wint::same_sign(x, y) == ((a < 0) == (b < 0)), "same sign");
     agree(is(x, a) && is(x + y, a + b) && is(x - y, a - b) && is(-x, -a), "wide sums");
-    agree(same_order(x, y, a, b), "wide order");
+    agree(compared(x, y) == compared(a, b), "wide order");
     const int128 product = int128{magnitude(a) * magnitude(b)};
     agree(is(x * y, (a < 0) == (b < 0) ? product : -product), "wide product");
     if (b == 0)
@@ -114,7 +109,8 @@ void check_period(const fields& a, const fields& b, int factor)
 {
     const ka_time_period x(a.seconds, a.microseconds);
     const ka_time_period y(b.seconds, b.microseconds);
-    agree(of(x) == a && same_order(x, y, a.total(), b.total()), "period");
+    agree(of(x) == a, "period");
+    agree(compared(x, y) == compared(a.total(), b.total()), "order of periods");
     agree(of(x + y) == evened(int128{a.seconds} + b.seconds, a.microseconds + b.microseconds), "period sum");
     if (b.seconds == LLONG_MIN && b.microseconds != 0)
         agree(result_of([&] { -y; }) + result_of([&] { x - y; }) == "invalid_time_periodinvalid_time_period",
@@ -163,7 +159,7 @@ void check_time(const fields& p, const fields& q)
               is_time(static_cast<int>(p.seconds)) && is_time(static_cast<unsigned int>(p.seconds)),
           "count of seconds");
     agree(a.is_pm() == (since_midnight >= day / 2) && a.is_am() != a.is_pm(), "half of the day");
-    agree(same_order(a, b, total(a), total(b)), "order of times");
+    agree(compared(a, b) == compared(total(a), total(b)), "order of times");
     const int128 difference = modulo_day(p.total() - q.total());
     agree(total(a - length) == difference && total(a - b) == difference, "difference of times");
     ka_time moved = a;

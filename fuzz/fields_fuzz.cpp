@@ -5,7 +5,8 @@
 #include <sys/time.h>
 #include <vector>
 
-#include "../tests/plain_calendar.h"
+#include "../tests/support/opened.h"
+#include "../tests/support/plain_calendar.h"
 #include "stepwise.h"
 #include "values.h"
 
@@ -208,11 +209,6 @@ void check_moment(input& in, const own_zone& own, const stepwise_zone& stepwise)
     agree(moment.utc_time_and_date() == instant && &moment.time_zone() == &own.zone, "moment's fields");
 }
 
-/// Opens what a derived class may use.
-struct open_zone : ka_time_zone {
-    using ka_time_zone::rule;
-};
-
 void check_zone(input& in)
 {
     const own_zone own(in);
@@ -223,11 +219,12 @@ void check_zone(input& in)
             expected.insert(expected.begin(), &rule);
     std::stable_sort(expected.begin(), expected.end(), [](auto a, auto b) { return *b < *a; });
     expected.resize(7);
-    const ka_time_zone_rule* (ka_time_zone::*const in_slot)(int) const = &open_zone::rule;
     for (std::size_t slot = 0; slot < 7; ++slot)
-        agree((own.zone.*in_slot)(static_cast<int>(slot)) == expected[slot], "rule in a slot");
+        agree(opened_zone::rule_in_slot(own.zone, static_cast<int>(slot)) == expected[slot],
+              "rule in a slot");
     const auto index = in.take<int>();
-    agree((0 <= index && index < 7) || (own.zone.*in_slot)(index) == nullptr, "rule outside the slots");
+    agree((0 <= index && index < 7) || opened_zone::rule_in_slot(own.zone, index) == nullptr,
+          "rule outside the slots");
 
     const stepwise_zone stepwise(own);
     while (!in.is_empty())

@@ -6,6 +6,7 @@
 #include <time/calendar.h>
 
 #include "expect_error.h"
+#include "printers.h"
 
 namespace {
 
@@ -25,8 +26,8 @@ TEST(calendar, refused_fields_in_the_order_of_the_arguments)
 {
     const struct {
         const char *symbol, *shown;
-        std::function<void(point&)> operation;
-    } rows[] = {
+        std::function<void(point&)> set;
+    } refusals[] = {
         {"invalid_time_period", "-0.000001 seconds", [](point&) { point(below_none, 13, 0); }},
         {"invalid_month", "13", [](point&) { point(none, 13, 0); }},
         {"invalid_day", "0", [](point&) { point(none, 2, 0); }},
@@ -39,9 +40,10 @@ TEST(calendar, refused_fields_in_the_order_of_the_arguments)
         {"invalid_weekday", "0", [](point& p) { p.weekday(ka_first, 0); }},
     };
     for (const point& start : {point(two_hours, 3, ka_last, 1), point(two_hours, 1, 6)})
-        for (const auto& row : rows) {
+        for (const auto& [symbol, shown, set] : refusals) {
+            SCOPED_TRACE(shown);
             point changed = start;
-            expect_error(row.symbol, row.shown, source, [&] { row.operation(changed); });
+            expect_error(symbol, shown, source, [&, &set = set] { set(changed); });
             EXPECT_EQ(changed.fields(), start.fields());
         }
 }
@@ -58,7 +60,8 @@ TEST(calendar, the_form_follows_the_last_setter)
     EXPECT_EQ(changed.fields(), std::tuple(none, 12, 0, 1, ka_first, true, false));
     EXPECT_EQ(changed.date(2024), ka_date(12, 1, 2024));
     changed.when(ka_time_period(49 * 3600, 1));
-    EXPECT_TRUE(changed.when() == ka_time_period(49 * 3600, 1) && changed.time() == ka_time(1, 0, 0, 1));
+    EXPECT_EQ(changed.when(), ka_time_period(49 * 3600, 1));
+    EXPECT_EQ(changed.time(), ka_time(1, 0, 0, 1));
 }
 
 TEST(calendar, a_year_that_lacks_the_day)
@@ -66,17 +69,17 @@ TEST(calendar, a_year_that_lacks_the_day)
     point no_day(none, 3, 5);
     no_day.day(0);
     const struct {
-        point what;
+        point missing;
         short year;
         const char *symbol, *shown;
-    } rows[] = {
+    } refusals[] = {
         {{none, 2, 29}, 2023, "invalid_date", "Month( 2 ), day( 29 ), year( 2023 )"},
         {no_day, 2024, "invalid_date", "Month( 3 ), day( 0 ), year( 2024 )"},
         {{none, 3, ka_fifth, 1}, 2023, "invalid_week", "Invalid week for month!"},
         {{none, 12, ka_last, 1}, 32766, "invalid_day", "13688961"},
     };
-    for (const auto& row : rows)
-        expect_error(row.symbol, row.shown, "time/src/date", [&] { (void)row.what.date(row.year); });
+    for (const auto& row : refusals)
+        expect_error(row.symbol, row.shown, "time/src/date", [&] { (void)row.missing.date(row.year); });
     for (const short year : std::initializer_list<short>{-4714, 0, 32767})
         expect_error("invalid_year", std::to_string(year), source, [&] { (void)no_day.date(year); });
     EXPECT_EQ(point(none, 3, ka_fifth, 1).date(2024), ka_date(3, 31, 2024));

@@ -1,13 +1,14 @@
 #include <ctime>
 #include <functional>
-#include <iterator>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include <time/time_varnel.h>
 
+#include "comparisons.h"
 #include "expect_error.h"
+#include "printers.h"
 
 namespace {
 
@@ -49,38 +50,48 @@ TEST_F(moments, setters_and_constructors)
     fields.tm_year = 124, fields.tm_mon = 6, fields.tm_mday = 1, fields.tm_hour = 9;
     fields.tm_isdst = 0, fields.tm_wday = 77, fields.tm_yday = -5;
     const struct {
-        const char* universal;
+        const char *name, *universal;
         change set;
-    } rows[] = {
-        {"2024-03-10 16:00:00.000000", [](moment& m) { m.time_and_date(nine, spring); }},
-        // The offset is that of the time of day on the date handed in.
-        {"2024-03-10 14:00:00.000000", [](moment& m) { m.time_and_date(hour * 30, ka_date(3, 9, 2024)); }},
-        {"2024-03-10 06:00:00.000000", [](moment& m) { m = moment(-hour, spring); }},
-        {"2024-07-01 16:00:00.999999", [&](moment& m) { m.time_and_date(fields, 999999); }},
-        {"2024-07-01 16:00:00.000012", [&](moment& m) { m = moment(fields, 12); }},
-        {"2024-07-01 16:00:00.000000", [&](moment& m) { m = fields; }},
-        {"1970-01-01 00:00:00.000000", [](moment& m) { m = moment(); }},
-        {"2100-01-01 00:00:00.000000", [](moment& m) { m.time_and_date(4102444800LL); }},
-        {"1969-12-31 23:59:59.000000", [](moment& m) { m = moment(-1LL); }},
-        {"1970-01-01 00:00:01.500000", [](moment& m) { m = moment(ka_time_period(1, 500000)); }},
-        {"1970-01-01 00:00:05.000000",
+    } settings[] = {
+        {"local time in summer", "2024-03-10 16:00:00.000000",
+         [](moment& m) { m.time_and_date(nine, spring); }},
+        {"a time of day of more than a day: the offset is that of its rest on the date handed in",
+         "2024-03-10 14:00:00.000000", [](moment& m) { m.time_and_date(hour * 30, ka_date(3, 9, 2024)); }},
+        {"a time of day below midnight", "2024-03-10 06:00:00.000000",
+         [](moment& m) { m = moment(-hour, spring); }},
+        {"a record with microseconds", "2024-07-01 16:00:00.999999",
+         [&](moment& m) { m.time_and_date(fields, 999999); }},
+        {"built from a record", "2024-07-01 16:00:00.000012", [&](moment& m) { m = moment(fields, 12); }},
+        {"assigned from a record", "2024-07-01 16:00:00.000000", [&](moment& m) { m = fields; }},
+        {"default", "1970-01-01 00:00:00.000000", [](moment& m) { m = moment(); }},
+        {"seconds above 32 bits", "2100-01-01 00:00:00.000000",
+         [](moment& m) { m.time_and_date(4102444800LL); }},
+        {"seconds below zero", "1969-12-31 23:59:59.000000", [](moment& m) { m = moment(-1LL); }},
+        {"a period since 1970", "1970-01-01 00:00:01.500000",
+         [](moment& m) { m = moment(ka_time_period(1, 500000)); }},
+        {"a period set, of which 32 bits of seconds count", "1970-01-01 00:00:05.000000",
          [](moment& m) { m.time_and_date(ka_time_period((1LL << 32) + 5, 1)); }},
-        {"2106-02-07 06:28:21.000000", [](moment& m) { m = moment(ka_time_period((1LL << 32) + 5)); }},
-        {"2024-07-05 06:59:59.999999", [](moment& m) { m.time(ka_time::max_time()); }},
-        {"2024-07-04 18:34:56.000789", [](moment& m) { m.date(m.date()); }},
-        {"2024-01-31 19:34:56.000789", [](moment& m) { m.date(ka_date(1, 31, 2024)); }},
-        {"1970-01-01 00:00:00.000001",
+        {"a period of more than 32 bits", "2106-02-07 06:28:21.000000",
+         [](moment& m) { m = moment(ka_time_period((1LL << 32) + 5)); }},
+        {"time alone, which carries the date", "2024-07-05 06:59:59.999999",
+         [](moment& m) { m.time(ka_time::max_time()); }},
+        {"its own date", "2024-07-04 18:34:56.000789", [](moment& m) { m.date(m.date()); }},
+        {"a date of the other season", "2024-01-31 19:34:56.000789",
+         [](moment& m) { m.date(ka_date(1, 31, 2024)); }},
+        {"an instant", "1970-01-01 00:00:00.000001",
          [](moment& m) {
              m.utc_time_and_date({210866803200, 1});
          }},
-        {"2024-07-05 02:34:56.000789", [](moment& m) { m.time_and_date(m.utc_time(), m.utc_date()); }},
+        {"universal time taken as local", "2024-07-05 02:34:56.000789",
+         [](moment& m) { m.time_and_date(m.utc_time(), m.utc_date()); }},
     };
     const moment start = universal({7, 4, 2024}, {19, 34, 56, 789}, zone::pacific());
-    for (std::size_t i = 0; i < std::size(rows); ++i) {
+    for (const auto& [name, expected, set] : settings) {
+        SCOPED_TRACE(name);
         moment changed = start;
-        rows[i].set(changed);
-        EXPECT_EQ(utc(changed), rows[i].universal) << i;
-        EXPECT_EQ(&changed.time_zone(), &zone::pacific()) << i;
+        set(changed);
+        EXPECT_EQ(utc(changed), expected);
+        EXPECT_EQ(&changed.time_zone(), &zone::pacific());
     }
     moment changed = moment(nine, spring, zone::central());
     EXPECT_EQ(local(changed), "2024-03-10 09:00:00.000000 CDT5");
@@ -110,16 +121,19 @@ TEST_F(moments, order_and_difference_go_by_the_instant)
     moment same = early;
     same.time_zone(zone::pacific());
     EXPECT_EQ(local(same), "2024-01-15 04:00:00.000000 PST8");
-    EXPECT_TRUE(same_order(early, same, 0, 0) && same_order(early, later, 0, 1) &&
-                same_order(later, same, 1, 0));
-    EXPECT_TRUE(early - same == ka_time_period() && later - same == one_us && same - later == -one_us);
+    EXPECT_EQ(compared(early, same), compared(0, 0));
+    EXPECT_EQ(compared(early, later), compared(0, 1));
+    EXPECT_EQ(compared(later, same), compared(1, 0));
+    EXPECT_EQ(early - same, ka_time_period());
+    EXPECT_EQ(later - same, one_us);
+    EXPECT_EQ(same - later, -one_us);
     EXPECT_EQ(&(same + one_us).time_zone(), &zone::pacific());
 
     const moment before;
     moment::default_time_zone(zone::central_european());
     EXPECT_EQ(&moment::default_time_zone(), &zone::central_european());
-    EXPECT_EQ(local(before) + local(moment()),
-              "1969-12-31 16:00:00.000000 PST81970-01-01 01:00:00.000000 CET-1");
+    EXPECT_EQ(local(before), "1969-12-31 16:00:00.000000 PST8");
+    EXPECT_EQ(local(moment()), "1970-01-01 01:00:00.000000 CET-1");
     EXPECT_EQ(&moment::now().time_zone(), &zone::central_european());
 }
 
@@ -127,8 +141,8 @@ TEST_F(moments, a_moment_out_of_range_fails_at_the_first_read)
 {
     moment below = universal(ka_date::min_date(), 0, zone::utc());
     moment above = universal(ka_date::max_date(), ka_time::max_time(), zone::utc());
-    EXPECT_EQ(local(below) + local(above),
-              "-4713-01-01 00:00:00.000000 UTC032766-12-31 23:59:59.999999 UTC0");
+    EXPECT_EQ(local(below), "-4713-01-01 00:00:00.000000 UTC0");
+    EXPECT_EQ(local(above), "32766-12-31 23:59:59.999999 UTC0");
     below -= one_us;
     above += one_us;
     for (moment* value : {&below, &above}) {
@@ -142,8 +156,10 @@ TEST_F(moments, a_moment_out_of_range_fails_at_the_first_read)
     }
     below.date(ka_date(1, 1, 2024));
     EXPECT_EQ(utc(below), "2024-01-01 23:59:59.999999");
-    EXPECT_TRUE(&moment::min_date() == &ka_date::min_date() && &moment::max_date() == &ka_date::max_date());
-    EXPECT_TRUE(&moment::min_time() == &ka_time::min_time() && &moment::max_time() == &ka_time::max_time());
+    EXPECT_EQ(&moment::min_date(), &ka_date::min_date());
+    EXPECT_EQ(&moment::max_date(), &ka_date::max_date());
+    EXPECT_EQ(&moment::min_time(), &ka_time::min_time());
+    EXPECT_EQ(&moment::max_time(), &ka_time::max_time());
 }
 
 }

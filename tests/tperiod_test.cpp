@@ -1,14 +1,13 @@
 #include <sys/time.h>
 
 #include <climits>
-#include <initializer_list>
-#include <string>
 
 #include <gtest/gtest.h>
 
 #include <time/tperiod.h>
 
 #include "expect_error.h"
+#include "printers.h"
 
 namespace {
 
@@ -34,13 +33,28 @@ TEST(time_period, refused_fields)
     EXPECT_EQ(period = -5000000000l, ka_time_period(-5000000000, 0));
 }
 
-TEST(time_period, quotients_at_the_edges)
+TEST(time_period, to_the_record_of_the_system)
+{
+    const timeval record = ka_time_period(-5000000000, -999999);
+    EXPECT_EQ(record.tv_sec, -5000000000);
+    EXPECT_EQ(record.tv_usec, -999999);
+}
+
+TEST(time_period, quotients_and_remainders)
 {
     EXPECT_EQ(ka_time_period(1, 2) / 3, ka_time_period(0, 333333));
+    EXPECT_EQ(ka_time_period(5, 6) / -1, ka_time_period(-5, -6));
+    ka_time_period changed(-17, -11);
+    EXPECT_EQ(&(changed /= 2), &changed);
+    EXPECT_EQ(changed, ka_time_period(-8, -500005));
+    EXPECT_EQ(&(changed %= 3), &changed);
+    EXPECT_EQ(changed, ka_time_period(-2, -1));
+
     ka_time_period lowest(LLONG_MIN, 0);
-    EXPECT_TRUE(ka_time_period(5, 6) / -1 == ka_time_period(-5, -6) && lowest / -1 == lowest &&
-                -lowest == lowest);
-    EXPECT_TRUE(lowest % -1 == ka_time_period::zero_period && lowest - lowest == ka_time_period());
+    EXPECT_EQ(lowest / -1, lowest);
+    EXPECT_EQ(lowest % -1, ka_time_period::zero_period);
+    EXPECT_EQ(-lowest, lowest);
+    EXPECT_EQ(lowest - lowest, ka_time_period());
     expect_error("divide_by_zero", "", source, [&] { lowest /= 0; });
     expect_error("divide_by_zero", "", source, [&] { lowest %= 0; });
     expect_error("invalid_time_period", "Seconds: -9223372036854775808 Microseconds: 5", source,
@@ -49,10 +63,18 @@ TEST(time_period, quotients_at_the_edges)
 
 TEST(time_period, text)
 {
-    std::string texts;
-    for (const ka_time_period& value : std::initializer_list<ka_time_period>{
-             {0, 0}, {1, 0}, {-1, 0}, {90, 0}, {1, 1}, {0, -500000}, {LLONG_MIN, -999999}})
-        texts += value.to_string() + "\n";
-    EXPECT_EQ(texts, "0 seconds\n1 second\n-1 second\n90 seconds\n1.000001 seconds\n-0.500000 seconds\n"
-                     "-9223372036854775808.999999 seconds\n");
+    const struct {
+        ka_time_period period;
+        const char* text;
+    } rows[] = {
+        {{0, 0}, "0 seconds"},
+        {{1, 0}, "1 second"},
+        {{-1, 0}, "-1 second"},
+        {{90, 0}, "90 seconds"},
+        {{1, 1}, "1.000001 seconds"},
+        {{0, -500000}, "-0.500000 seconds"},
+        {{LLONG_MIN, -999999}, "-9223372036854775808.999999 seconds"},
+    };
+    for (const auto& [period, text] : rows)
+        EXPECT_EQ(period.to_string(), text);
 }

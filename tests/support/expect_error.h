@@ -7,8 +7,6 @@
 
 #include <time/error.h>
 
-#include "same_order.h"
-
 /// Runs `operation` and checks that it throws the code of `symbol`, with
 /// exactly the text "symbol: shown [source:line]".
 ///
@@ -26,8 +24,9 @@ void expect_error(const std::string& symbol, const std::string& shown, const std
         const std::string_view text = error.what();
         ASSERT_EQ(text.substr(0, head.size()), head);
         const std::string_view line = text.substr(head.size());
-        EXPECT_GT(line.size(), 1u);
-        EXPECT_TRUE(line.ends_with(']') && line.find_first_not_of("0123456789") == line.size() - 1) << text;
+        EXPECT_GT(line.size(), 1u) << text;
+        EXPECT_EQ(line.find_first_not_of("0123456789"), line.size() - 1) << text;
+        EXPECT_TRUE(line.ends_with(']')) << text;
         return;
     }
     ADD_FAILURE() << "nothing was thrown";
