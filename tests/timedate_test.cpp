@@ -129,12 +129,31 @@ TEST_F(moments, order_and_difference_go_by_the_instant)
     EXPECT_EQ(same - later, -one_us);
     EXPECT_EQ(&(same + one_us).time_zone(), &zone::pacific());
 
+    struct entry {
+        moment when;
+        int number;
+        auto operator<=>(const entry&) const = default;
+    };
+    EXPECT_TRUE((entry{same, 2} > entry{early, 1}));
+    EXPECT_TRUE((entry{early, 2} < entry{later, 1}));
+
     const moment before;
     moment::default_time_zone(zone::central_european());
     EXPECT_EQ(&moment::default_time_zone(), &zone::central_european());
     EXPECT_EQ(local(before), "1969-12-31 16:00:00.000000 PST8");
     EXPECT_EQ(local(moment()), "1970-01-01 01:00:00.000000 CET-1");
     EXPECT_EQ(&moment::now().time_zone(), &zone::central_european());
+}
+
+TEST_F(moments, a_format_can_be_a_string)
+{
+    const moment value = universal({7, 4, 2024}, {19, 34, 56, 789}, zone::pacific());
+    EXPECT_EQ(value.to_string(std::string("%H\0%M", 5)), std::string("12\0"
+                                                                     "34",
+                                                                     5));
+    EXPECT_EQ(value.to_string(std::string()), "");
+    const char* const none = nullptr;
+    EXPECT_EQ(value.to_string(none), value.to_string(moment::default_format()));
 }
 
 TEST_F(moments, a_moment_out_of_range_fails_at_the_first_read)

@@ -1,5 +1,6 @@
 #include <functional>
 #include <sstream>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -15,6 +16,68 @@ namespace {
 
 constexpr ka_time_period none, hour(3600), half_hour(1800), one_us(0, 1);
 const ka_time noon(12, 0, 0);
+
+// What keeps an address takes no temporary: rules their points, moments and the default zone theirs.
+using point = ka_calendar_date;
+using simple_rule = ka_simple_time_zone_rule;
+template <typename Start, typename End>
+constexpr bool is_rule_of = std::is_constructible_v<simple_rule, Start, End, short, short> ||
+                            std::is_constructible_v<simple_rule, Start, End, short, short, ka_time_period>;
+static_assert(is_rule_of<point&, const point&>);
+static_assert(!is_rule_of<point, point&>);
+static_assert(!is_rule_of<point&, point>);
+static_assert(!is_rule_of<point, point>);
+template <typename Point>
+constexpr bool can_be_start = requires(simple_rule& rule, Point&& point)
+{
+    rule.start_point(std::forward<Point>(point));
+};
+template <typename Point>
+constexpr bool can_be_end = requires(simple_rule& rule, Point&& point)
+{
+    rule.end_point(std::forward<Point>(point));
+};
+static_assert(can_be_start<point&>);
+static_assert(can_be_end<point&>);
+static_assert(!can_be_start<point>);
+static_assert(!can_be_end<point>);
+template <typename Rule>
+constexpr bool can_be_inserted = requires(ka_time_zone& zone, Rule&& rule)
+{
+    zone.insert(std::forward<Rule>(rule));
+};
+static_assert(can_be_inserted<simple_rule&>);
+static_assert(!can_be_inserted<simple_rule>);
+template <typename Zone>
+constexpr bool can_be_named = requires(Zone&& zone)
+{
+    ka_time_and_date(ka_time(), ka_date(), std::forward<Zone>(zone));
+};
+template <typename Zone>
+constexpr bool can_be_set = requires(ka_time_and_date& moment, Zone&& zone)
+{
+    moment.time_and_date(ka_time(), ka_date(), std::forward<Zone>(zone));
+};
+template <typename Zone>
+constexpr bool can_be_zone = requires(ka_time_and_date& moment, Zone&& zone)
+{
+    moment.time_zone(std::forward<Zone>(zone));
+};
+template <typename Zone>
+constexpr bool can_be_default = requires(Zone&& zone)
+{
+    ka_time_and_date::default_time_zone(std::forward<Zone>(zone));
+};
+static_assert(can_be_named<ka_time_zone&>);
+static_assert(can_be_set<ka_time_zone&>);
+static_assert(can_be_zone<ka_time_zone&>);
+static_assert(can_be_default<ka_time_zone&>);
+static_assert(!can_be_named<ka_time_zone>);
+static_assert(!can_be_set<ka_time_zone>);
+static_assert(!can_be_zone<ka_time_zone>);
+static_assert(!can_be_default<ka_time_zone>);
+// A period makes a zone on the way.
+static_assert(!can_be_zone<ka_time_period>);
 
 std::string printed(const auto& value)
 {
@@ -81,6 +144,25 @@ TEST(zone, rules_of_a_host_are_asked_what_the_zone_was_asked)
     const std::pair now(noon, far);
     EXPECT_EQ(rule.asked, decltype(rule.asked)(
                               {now, now, now, {noon - one_us, far}, {noon, july}, {noon - half_hour, july}}));
+}
+
+TEST(zone, a_user_defined_rule_is_asked_with_simple_ones_beside_it)
+{
+    const ka_calendar_date march(none, 3, 1), may(none, 5, 1), never(none, 2, 31);
+    const ka_date april(4, 1, 2024), july(7, 1, 2024);
+    // The simple rule is asked first where it has the later first year.
+    for (const short first_year : std::initializer_list<short>{1, 1990}) {
+        SCOPED_TRACE(first_year);
+        asking_rule own(never, never, 1, 1, half_hour);
+        simple_rule simple(march, may, first_year, 0);
+        ka_time_zone zone(none);
+        zone.insert(own);
+        zone.insert(simple);
+        EXPECT_EQ(zone.dst_adjustment(noon, july), half_hour);
+        EXPECT_EQ(zone.dst_adjustment(noon, april), hour);
+        EXPECT_EQ(ka_time_and_date(noon, july, zone).utc_time(), noon - half_hour);
+        EXPECT_EQ(own.asked.size(), 2u);
+    }
 }
 
 TEST(zone, names_and_offsets)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <ctime>
 #include <iosfwd>
 #include <string>
@@ -31,7 +32,8 @@
 /// Range: any instant can be held and compared; reading a date outside the
 /// range of `ka_date` throws `invalid_day` (by the low 32 bits of the day
 /// count). Arithmetic wraps as a period does.
-/// Lifetime: a moment borrows its zone, which must outlive it.
+/// Lifetime: a moment borrows its zone, which must outlive it; a temporary zone
+/// does not compile.
 /// Threads: a plain value; the default zone and the default format are shared
 /// and have no lock.
 class KA_TIME_VARNEL_API ka_time_and_date {
@@ -43,6 +45,7 @@ public:
     ka_time_and_date() noexcept;
     ka_time_and_date(const ka_time& time, const ka_date& date);
     ka_time_and_date(const ka_time& time, const ka_date& date, const ka_time_zone& zone);
+    ka_time_and_date(const ka_time&, const ka_date&, const ka_time_zone&&) = delete;
     /// The epoch and a period.
     ka_time_and_date(const ka_time_period& period) noexcept;
     /// A period, of any length, from local midnight of a date.
@@ -65,6 +68,7 @@ public:
 
     void time_and_date(const ka_time& time, const ka_date& date);
     void time_and_date(const ka_time& time, const ka_date& date, const ka_time_zone& zone);
+    void time_and_date(const ka_time&, const ka_date&, const ka_time_zone&&) = delete;
     /// A period from local midnight of a date. It may exceed a day; the offset
     /// is that of its time of day on `date` itself.
     void time_and_date(const ka_time_period& period, const ka_date& date);
@@ -90,6 +94,7 @@ public:
 
     /// Another zone for the same instant.
     void time_zone(const ka_time_zone& zone) noexcept { zone_ = &zone; }
+    void time_zone(const ka_time_zone&&) = delete;
 
     // Reading. A date out of range throws `invalid_day`; so do the local
     // readings, which ask the rules about a date.
@@ -125,12 +130,16 @@ public:
     bool operator<=(const ka_time_and_date& other) const noexcept { return instant_ <= other.instant_; }
     bool operator>(const ka_time_and_date& other) const noexcept { return instant_ > other.instant_; }
     bool operator>=(const ka_time_and_date& other) const noexcept { return instant_ >= other.instant_; }
+    /// Weak, since moments that are equal can still have different zones.
+    std::weak_ordering operator<=>(const ka_time_and_date& other) const noexcept;
 
     // Text.
 
     /// The local reading in a format, whose codes are those of docs/format.md;
     /// null stands for the default format.
     std::string to_string(const char* format = nullptr) const;
+    /// The same for a string, a NUL inside it included.
+    std::string to_string(const std::string& format) const;
     /// Writes `to_string()`; the stream's width and fill apply.
     void print(std::ostream& stream) const;
 
@@ -146,6 +155,7 @@ public:
     static const ka_time_zone& default_time_zone() noexcept;
     /// Stores the address: the zone must live as long as it is the default.
     static void default_time_zone(const ka_time_zone& zone) noexcept;
+    static void default_time_zone(const ka_time_zone&&) = delete;
 
     // The limits of times and dates.
 

@@ -15,7 +15,7 @@
 ///
 /// Lifetime: a rule keeps the addresses of its two points. It neither copies
 /// nor owns them; they must outlive the rule, and a change to a point shows in
-/// every rule that has it.
+/// every rule that has it. A temporary point does not compile.
 /// Failure: years, points and adjustment are taken as they come.
 class KA_TIME_VARNEL_API ka_time_zone_rule {
 public:
@@ -29,9 +29,11 @@ public:
     /// Where the adjustment begins each year.
     const ka_calendar_date& start_point() const noexcept { return *start_point_; }
     void start_point(const ka_calendar_date& start) noexcept { start_point_ = &start; }
+    void start_point(const ka_calendar_date&&) = delete;
     /// Where the adjustment ends each year.
     const ka_calendar_date& end_point() const noexcept { return *end_point_; }
     void end_point(const ka_calendar_date& end) noexcept { end_point_ = &end; }
+    void end_point(const ka_calendar_date&&) = delete;
 
     /// The first year in which the rule holds.
     short start_year() const noexcept { return start_year_; }
@@ -53,6 +55,12 @@ public:
 protected:
     ka_time_zone_rule(const ka_calendar_date& start, const ka_calendar_date& end, short start_year,
                       short end_year, const ka_time_period& adjustment) noexcept;
+    ka_time_zone_rule(const ka_calendar_date&&, const ka_calendar_date&, short, short,
+                      const ka_time_period&) = delete;
+    ka_time_zone_rule(const ka_calendar_date&, const ka_calendar_date&&, short, short,
+                      const ka_time_period&) = delete;
+    ka_time_zone_rule(const ka_calendar_date&&, const ka_calendar_date&&, short, short,
+                      const ka_time_period&) = delete;
 
 private:
     const ka_calendar_date* start_point_;
@@ -75,6 +83,12 @@ public:
                              short end_year) noexcept;
     ka_simple_time_zone_rule(const ka_calendar_date& start, const ka_calendar_date& end, short start_year,
                              short end_year, const ka_time_period& adjustment) noexcept;
+    ka_simple_time_zone_rule(const ka_calendar_date&&, const ka_calendar_date&, short, short,
+                             const ka_time_period& = {}) = delete;
+    ka_simple_time_zone_rule(const ka_calendar_date&, const ka_calendar_date&&, short, short,
+                             const ka_time_period& = {}) = delete;
+    ka_simple_time_zone_rule(const ka_calendar_date&&, const ka_calendar_date&&, short, short,
+                             const ka_time_period& = {}) = delete;
     ~ka_simple_time_zone_rule() override;
 
     /// From the start point, included, to the end point, excluded, in the years

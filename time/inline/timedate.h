@@ -23,3 +23,10 @@ inline ka_time_and_date& ka_time_and_date::operator-=(const ka_time_period& peri
     instant_ -= period;
     return *this;
 }
+
+inline std::weak_ordering ka_time_and_date::operator<=>(const ka_time_and_date& other) const noexcept
+{
+    if (*this == other)
+        return std::weak_ordering::equivalent;
+    return *this < other ? std::weak_ordering::less : std::weak_ordering::greater;
+}

@@ -242,6 +242,8 @@ ka_date ka_time_and_date::read_clock()
 
 void ka_time_and_date::print(std::ostream& stream) const { stream << to_string(nullptr); }
 
+std::string ka_time_and_date::to_string(const std::string& format) const { return formatted(format, *this); }
+
 std::string ka_time_and_date::default_format() { return *default_time_and_date_format_; }
 
 void ka_time_and_date::default_format(const std::string& format) { *default_time_and_date_format_ = format; }
