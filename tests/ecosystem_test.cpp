@@ -12,6 +12,7 @@
 #include <time/io.h>
 
 #include "expect_error.h"
+#include "printers.h"
 
 using namespace std::chrono;
 
@@ -127,8 +128,11 @@ TEST(chrono_header, durations_times_and_moments)
     }
     EXPECT_EQ(to_ka_time_period(-1500ms), ka_time_period(-1, -500000));
     const auto time = to_hh_mm_ss(ka_time(23, 59, 58, 7));
-    EXPECT_TRUE(time.hours() == 23h && time.minutes() == 59min && time.seconds() == 58s);
+    EXPECT_EQ(time.hours(), 23h);
+    EXPECT_EQ(time.minutes(), 59min);
+    EXPECT_EQ(time.seconds(), 58s);
     EXPECT_EQ(to_ka_time(time), ka_time(23, 59, 58, 7));
+    EXPECT_EQ(to_ka_time(hh_mm_ss(0s)), ka_time(0, 0, 0));
     const auto july_4 = to_ka_time_and_date(sys_days(2024y / 7 / 4) + 16h, ka_time_zone::eastern());
     EXPECT_EQ(july_4.time(), ka_time(12, 0, 0));
 }
@@ -136,16 +140,22 @@ TEST(chrono_header, durations_times_and_moments)
 TEST(days, are_both_ends_and_all_between)
 {
     const ka_days end_of_range(ka_date(12, 30, 32766), last_date);
-    EXPECT_TRUE(std::ranges::equal(end_of_range, std::vector{ka_date(13688959), last_date}));
+    EXPECT_EQ(std::vector(end_of_range.begin(), end_of_range.end()),
+              (std::vector{ka_date(13688959), last_date}));
     const ka_days year(ka_date(1, 1, 2024), ka_date(12, 31, 2024));
     EXPECT_EQ(year.size(), 366u);
     EXPECT_EQ(*std::ranges::lower_bound(year, ka_date(2, 29, 2024)), ka_date(2, 29, 2024));
     EXPECT_EQ(std::ranges::count(year, 1, &ka_date::weekday), 52);
     EXPECT_EQ(year.begin()[60], *(year.end() - 306));
     ka_day_iterator at = year.begin();
-    EXPECT_TRUE(*at++ == year[0] && *at-- == year[1] && *(2 + at) == year[2] && at == year.begin());
+    EXPECT_EQ(*at++, year[0]);
+    EXPECT_EQ(*at--, year[1]);
+    EXPECT_EQ(*(2 + at), year[2]);
+    EXPECT_EQ(at, year.begin());
     ka_day_iterator past = year.end();
-    EXPECT_TRUE(*--past == ka_date(12, 31, 2024) && past - at == 365 && past > at);
+    EXPECT_EQ(*--past, ka_date(12, 31, 2024));
+    EXPECT_EQ(past - at, 365);
+    EXPECT_GT(past, at);
     EXPECT_EQ(to_ka_date(2024y / February / std::chrono::last), ka_date(2, 29, 2024));
     EXPECT_TRUE(ka_days(last_date, first_date).empty());
 }
@@ -161,6 +171,11 @@ TEST(hash, follows_equality)
     EXPECT_EQ(hash_of(noon), hash_of(ka_time(11, 59, 59) + ka_time_period(1)));
     EXPECT_NE(hash_of(ka_wint(5)), hash_of(ka_wint(-5)));
 
+    // Seconds on both sides of a day's border, where days and seconds are read apart.
+    std::unordered_set<std::size_t> at_borders;
+    for (const int second : {-86401, -86400, -86399, -1, 0, 1, 86399, 86400, 86401})
+        at_borders.insert(hash_of(ka_time_period(second)));
+    EXPECT_EQ(at_borders.size(), 9u);
     std::unordered_set<std::size_t> hashes;
     std::unordered_set<std::size_t> low_bits;
     for (int n = -5000; n < 5000; ++n) {

@@ -2,6 +2,7 @@
 #include <climits>
 #include <cstdlib>
 #include <initializer_list>
+#include <ostream>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -10,6 +11,7 @@
 
 #include "expect_error.h"
 #include "plain_calendar.h"
+#include "printers.h"
 
 // The whole calendar, against the standard library's and against a walk from day
 // to day. Both count years through 0, which is the library's year -1.
@@ -41,6 +43,41 @@ struct walker {
         ++weeks[weekday];
     }
 };
+
+/// What a date tells of itself.
+struct facts {
+    int year, month, day, weekday, day_of_year, weeks_from_sunday, weeks_from_monday, weeks_from_first;
+    bool is_leap, is_bc, is_ad;
+
+    bool operator==(const facts&) const = default;
+
+    friend std::ostream& operator<<(std::ostream& out, const facts& of)
+    {
+        return out << of.year << '/' << of.month << '/' << of.day << ", weekday " << of.weekday
+                   << ", day of year " << of.day_of_year << ", weeks from Sunday " << of.weeks_from_sunday
+                   << ", from Monday " << of.weeks_from_monday << ", from another day " << of.weeks_from_first
+                   << (of.is_leap ? ", leap" : "") << (of.is_bc ? ", B.C." : "")
+                   << (of.is_ad ? ", A.D." : "");
+    }
+};
+
+/// The weekday that a day's weeks are counted from, besides Sunday and Monday.
+int first_of_week(int number) { return number / 7 % 7 + 1; }
+
+facts facts_of(const ka_date& date)
+{
+    const auto first = static_cast<u16>(first_of_week(date.julian_day()));
+    return {date.year(),         date.month(),        date.day(),           date.weekday(),
+            date.day_of_year(),  date.week_of_year(), date.week_of_year(2), date.week_of_year(first),
+            date.is_leap_year(), date.is_bc(),        date.is_ad()};
+}
+
+facts facts_of(const walker& on, int number)
+{
+    return {on.year - (on.year < 1), on.month,    on.day,      on.weekday,
+            on.day_of_year,          on.weeks[1], on.weeks[2], on.weeks[first_of_week(number)],
+            is_leap(on.year),        on.year < 1, on.year >= 1};
+}
 
 int number_of(const sys_days& day) { return static_cast<int>(day.time_since_epoch().count()) + epoch; }
 
@@ -75,26 +112,27 @@ TEST(calendar_sweep, every_day_there_and_back_with_its_weeks_and_neighbours)
             continue;
         const sys_days known(std::chrono::days(number - epoch));
         const auto weekday = static_cast<int>(std::chrono::weekday(known).c_encoding()) + 1;
+        ASSERT_EQ(number_of(std::chrono::year(on.year) / on.month / on.day), number);
+        ASSERT_EQ(on.weekday, weekday) << number;
+
+        const ka_date date(number);
+        ASSERT_EQ(facts_of(date), facts_of(on, number)) << number;
         u16 month = 0, day = 0;
         short year = 0;
         ka_date::calc_calendar_date(number, &month, &day, &year);
-        const ka_date date(number);
-        ASSERT_TRUE(known == std::chrono::year(on.year) / on.month / on.day && weekday == on.weekday &&
-                    month == on.month && day == on.day && year == on.year - (on.year < 1) &&
-                    date.month() == month && date.day() == day && date.year() == year &&
-                    ka_date::calc_julian_day(month, day, year) == number &&
-                    ka_date(month, day, year) == date && date.is_leap_year() == is_leap(on.year) &&
-                    date.is_bc() == (year < 0) && date.is_ad() == (year > 0))
-            << number;
-        const int first = number / 7 % 7 + 1;
-        ASSERT_TRUE(date.weekday() == weekday && date.day_of_year() == on.day_of_year &&
-                    date.week_of_year() == on.weeks[1] && date.week_of_year(2) == on.weeks[2] &&
-                    date.week_of_year(static_cast<u16>(first)) == on.weeks[first])
-            << number;
-        ka_date moved = date;
-        ASSERT_TRUE(moved++ == date && moved.julian_day() == number + 1 && --moved == date &&
-                    moved-- == date && moved.julian_day() == number - 1 && ++moved == date)
-            << number;
+        ASSERT_EQ(month, on.month) << number;
+        ASSERT_EQ(day, on.day) << number;
+        ASSERT_EQ(year, date.year()) << number;
+        ASSERT_EQ(ka_date::calc_julian_day(month, day, year), number);
+        ASSERT_EQ(ka_date(month, day, year).julian_day(), number);
+
+        ka_date walked = date;
+        ASSERT_EQ(walked++, date);
+        ASSERT_EQ(walked.julian_day(), number + 1);
+        ASSERT_EQ(--walked, date);
+        ASSERT_EQ(walked--, date);
+        ASSERT_EQ(walked.julian_day(), number - 1);
+        ASSERT_EQ(++walked, date);
         for (int steps = 1; steps <= 7; ++steps) {
             const auto later = static_cast<u16>((weekday - 1 + steps) % 7 + 1);
             if (number == last_day)
@@ -119,25 +157,35 @@ TEST(calendar_sweep, every_month_and_day_in_every_year_of_the_type)
             continue;
         const auto year = static_cast<short>(number);
         const bool valid = is_year(year), leap = valid && is_leap(year + (year < 0));
-        ASSERT_TRUE(ka_date::is_year(year) == valid && ka_date::is_leap_year(year) == leap &&
-                    (year == 0 || ka_date::days_in_year(year) == 365 + leap) &&
-                    (valid || is_refused(static_cast<u16>(std::abs(number) % 12 + 1), 1, year)))
-            << year;
+        ASSERT_EQ(ka_date::is_year(year), valid) << year;
+        ASSERT_EQ(ka_date::is_leap_year(year), leap) << year;
+        if (year != 0) {
+            ASSERT_EQ(ka_date::days_in_year(year), 365 + leap) << year;
+        }
+        if (!valid) {
+            ASSERT_TRUE(is_refused(static_cast<u16>(std::abs(number) % 12 + 1), 1, year)) << year;
+        }
         for (const u16 month :
              std::initializer_list<u16>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 65535}) {
             const bool is_month = 1 <= month && month <= 12, has_number = is_month && year != 0;
             const int days = is_month ? month_length(month, leap) : 0;
             const int before = has_number ? block_day_number(month, year) - 1 : 0;
-            ASSERT_TRUE(ka_date::is_month(month) == is_month &&
-                        (!has_number || ka_date::days_in_month(month, year) == days) &&
-                        (!valid || (is_refused(month, 0, year) && is_refused(month, days + 1, year))))
-                << month << '/' << year;
+            ASSERT_EQ(ka_date::is_month(month), is_month) << month;
+            if (has_number) {
+                ASSERT_EQ(ka_date::days_in_month(month, year), days) << month << '/' << year;
+            }
+            if (valid) {
+                ASSERT_TRUE(is_refused(month, 0, year)) << month << '/' << year;
+                ASSERT_TRUE(is_refused(month, days + 1, year)) << month << '/' << year;
+            }
             for (int day = 0; day <= 65535; day += day == 32 ? 65535 - 32 : 1) {
                 const auto short_day = static_cast<u16>(day);
-                ASSERT_TRUE(ka_date::is_day_in_month(month, short_day, year) ==
-                                (valid && 1 <= day && day <= days) &&
-                            (!has_number || ka_date::calc_julian_day(month, short_day, year) == before + day))
+                ASSERT_EQ(ka_date::is_day_in_month(month, short_day, year), valid && 1 <= day && day <= days)
                     << month << '/' << day << '/' << year;
+                if (has_number) {
+                    ASSERT_EQ(ka_date::calc_julian_day(month, short_day, year), before + day)
+                        << month << '/' << day << '/' << year;
+                }
             }
         }
     }
