@@ -14,6 +14,8 @@
 #include <ios>
 #include <iostream>
 #include <iterator>
+#include <new>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -80,6 +82,10 @@ private:
     std::string buffer_;
 };
 
+/// Longer than any number that a program prints, so that a log without an end to
+/// its first digits is not held in memory.
+constexpr std::size_t longest_stamp = 4096;
+
 /// Takes a log in pieces that end anywhere. Only a stamp is ever held back, so
 /// a line can have any length.
 class rewriter {
@@ -128,6 +134,8 @@ private:
         stamp_.append(piece.begin(), end);
         if (end != piece.end())
             judge(*end);
+        else if (stamp_.size() > longest_stamp + 1) // with a carriage return
+            pass_bad_stamp();
         return static_cast<std::size_t>(end - piece.begin());
     }
 
@@ -138,13 +146,18 @@ private:
             text.remove_suffix(1);
         const bool ended = behind == ' ' || behind == '\t' || behind == '\n';
         ka_time_period since_epoch;
-        if (ended && read_stamp(text, since_epoch)) {
-            rewrite(text, since_epoch);
-            out_.write(std::string_view(stamp_).substr(text.size()));
-        } else {
-            ++bad_;
-            out_.write(stamp_);
-        }
+        if (!ended || text.size() > longest_stamp || !read_stamp(text, since_epoch))
+            return pass_bad_stamp();
+        rewrite(text, since_epoch);
+        out_.write(std::string_view(stamp_).substr(text.size()));
+        stamp_.clear();
+        behind_stamp_ = true;
+    }
+
+    void pass_bad_stamp()
+    {
+        ++bad_;
+        out_.write(stamp_);
         stamp_.clear();
         behind_stamp_ = true;
     }
@@ -190,12 +203,19 @@ int run(std::streambuf& in, const ka_time_zone& zone, const char* format)
 {
     output out;
     rewriter log(zone, format, out);
+    const auto fail = [&](const std::string& message) {
+        out.flush();
+        std::fprintf(stderr, "zonelog: %s\n", message.c_str());
+        return 1;
+    };
     try {
         copy(in, log, out);
     } catch (const std::ios_base::failure& error) {
-        out.flush();
-        std::fprintf(stderr, "zonelog: cannot read: %s\n", error.code().message().c_str());
-        return 1;
+        return fail("cannot read: " + error.code().message());
+    } catch (const std::bad_alloc&) {
+        return fail("no memory for a stamp in this format");
+    } catch (const std::length_error&) {
+        return fail("no memory for a stamp in this format");
     }
     if (out.failed()) {
         if (errno != EPIPE)

@@ -43,9 +43,11 @@ check pacific "$stamp" '-210863491201\n971859456000' '-210863491201\n97185945600
 check south_africa "$stamp" '-210863527201\n971859416400' '-210863527201\n971859416400' '0 0 2'
 check pacific '%H:%M %Z' '1710064799\n1710064800\n' '01:59 PST8\n03:00 PDT7\n' '2 0 0'
 
-# Lines and stamps longer than any block.
-check utc %H "%0300000d a%300000s\n1" "00 a%300000s\n00" '2 0 0'
-check utc %H "%300000s\n1.%0300000d" "%300000s\n00" '1 1 0'
+# Lines longer than any block, and stamps longer than any number: these are bad,
+# wherever they end.
+check utc %H "%04096d a%300000s\n1.%04094d" "00 a%300000s\n00" '2 0 0'
+check utc %H "%04096d\r\n%04097d\n" "00\r\n%04097d\n" '1 1 0'
+check utc %H "%0300000d a\n1\n%300000s\n1.%0300000d" "%0300000d a\n00\n%300000s\n1.%0300000d" '1 3 0'
 
 # A million lines, with the expected text by plain arithmetic.
 awk 'BEGIN {
@@ -64,6 +66,13 @@ grep -q ' 1000000 stamps rewritten, 0 bad, 0 out of range' summary || fail "coun
 [ "$(cat status)" -eq 1 ] && [ ! -s summary ] || fail "a closed pipe: $(cat status summary)"
 ! "$zonelog" utc "$time" log >/dev/full 2>summary || fail "writes to a full disk"
 grep -q '^zonelog: cannot write' summary || fail "says nothing of the full disk"
+
+# A text that no memory holds: what stands before it goes out, and no more.
+printf 'no stamp\n1 a\n' >input
+status=0
+"$zonelog" utc %9999999999999999999d <input >output 2>summary || status=$?
+[ "$status" -eq 1 ] && grep -q '^zonelog: no memory' summary || fail "no memory: $status $(cat summary)"
+echo 'no stamp' | cmp - output || fail "what stands before a text too long"
 
 # A line goes out while the next is still to come.
 mkfifo in out
