@@ -1,3 +1,4 @@
+#include <time/months.h>
 #include <time/time_varnel.h>
 
 #include "inputs.h"
@@ -73,6 +74,18 @@ void second_sunday()
     for_each_input([&](std::size_t i) { return ka_date(ka_second, 1, 3, in[i].year); });
 }
 
+void add_months()
+{
+    const auto& in = dates();
+    for_each_input([&](std::size_t i) { return in[i] + ka_months(inputs().divisors[i] - 50); });
+}
+
+void iso_week()
+{
+    const auto& in = dates();
+    for_each_input([&](std::size_t i) { return ka_iso_week(in[i]); });
+}
+
 }
 
 std::vector<operation> calendar_operations()
@@ -85,5 +98,7 @@ std::vector<operation> calendar_operations()
         {"weekday()", weekday, 1.0, 20},
         {"last Sunday of October", last_sunday, 1.3, 45},
         {"second Sunday of March", second_sunday, 1.3, 45},
+        {"date + months, clamped", add_months, 1.3, 0},
+        {"date to ISO year and week", iso_week, 0, 0},
     };
 }

@@ -75,6 +75,15 @@ void second_sunday()
     for_each_input([&](std::size_t i) { return sys_days(year(in[i].year) / March / Sunday[2]); });
 }
 
+void add_months()
+{
+    const auto& in = dates();
+    for_each_input([&](std::size_t i) {
+        const year_month_day moved = year_month_day(in[i]) + months(inputs().divisors[i] - 50);
+        return sys_days(moved.ok() ? moved : moved.year() / moved.month() / last);
+    });
+}
+
 const peers rows = {
     {"day number to month, day, year", "std::chrono", split},
     {"month(), day(), year()", "std::chrono", split},
@@ -83,6 +92,7 @@ const peers rows = {
     {"weekday()", "std::chrono", week_day},
     {"last Sunday of October", "std::chrono", last_sunday},
     {"second Sunday of March", "std::chrono", second_sunday},
+    {"date + months, clamped", "std::chrono", add_months},
 };
 
 }

@@ -3,6 +3,7 @@
 #include <climits>
 #include <sys/time.h>
 
+#include <time/months.h>
 #include <time/time_of_day.h>
 #include <time/tperiod.h>
 #include <time/wint.h>
@@ -167,6 +168,23 @@ void check_time(const fields& p, const fields& q)
           "moved time");
 }
 
+/// The law of spans, and that no further month has a place in one.
+void check_span(const ka_date& from, const ka_date& to)
+{
+    const ka_span apart = ka_until(from, to);
+    const int sign = from <= to ? 1 : -1;
+    agree(from + apart == to, "a span leads to its end");
+    agree(apart.years * sign >= 0, "years of a span");
+    agree(apart.months * sign >= 0 && apart.months * sign < 12, "months of a span");
+    agree(apart.days * sign >= 0, "days of a span");
+    const ka_months further(12 * apart.years + apart.months + sign);
+    const std::string next = result_of([&] {
+        const int days_past = (from + further).julian_day() - to.julian_day();
+        return std::string(days_past * sign > 0 ? "past" : "short");
+    });
+    agree(next == "past" || next == "invalid_year", "a span with all its months");
+}
+
 /// Of any length, so that small values are as likely as those that wrap, and
 /// those next to a power of two.
 u64 any_magnitude(input& in)
@@ -207,5 +225,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
     const int rest = (p.microseconds < 0 ? -million : million) - p.microseconds;
     check_period(p, {p.seconds / 2, rest % million}, factor);
     check_time(p, {q.seconds / 2, q.microseconds});
+    const ka_date from = in.between(38, 13688960);
+    check_span(from, in.between(38, 13688960));
     return 0;
 }
