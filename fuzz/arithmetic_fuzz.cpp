@@ -46,23 +46,25 @@ void check_wint(int128 value)
     const ka_wint x = wide(value);
     const u64 low = magnitude(value);
     ka_wint up = x, down = x;
-    agree(is(++up, value + 1) && is(--down, value - 1), "wide steps");
-    agree(x.is_zero() == (value == 0) && x.is_positive() == (value > 0), "sign of a wide integer");
-    agree(x.to_int32_t() == static_cast<int>(static_cast<unsigned int>(value)) &&
-              x.to_int64_t() == static_cast<long long>(static_cast<u64>(value)),
-          "narrowed wide integer");
+    agree(is(++up, value + 1), "wide step up");
+    agree(is(--down, value - 1), "wide step down");
+    agree(x.is_zero() == (value == 0), "zero of a wide integer");
+    agree(x.is_positive() == (value > 0), "sign of a wide integer");
+    agree(x.to_int32_t() == static_cast<int>(static_cast<unsigned int>(value)), "wide integer in 32 bits");
+    agree(x.to_int64_t() == static_cast<long long>(static_cast<u64>(value)), "wide integer in 64 bits");
     const std::string sign = value < 0 ? "-" : "";
-    agree(x.to_string() == sign + digits(low, 10) &&
-              x.to_string(ka_binary) == sign + std::bitset<64>(low).to_string() &&
-              x.to_string(ka_octal) == sign + "0" + digits(low, 8) &&
-              x.to_string(ka_hexadecimal) == sign + "0X" + digits(low, 16) &&
-              x.to_string(ka_hexadecimal, false) == sign + "0x" + digits(low, 16, "0123456789abcdef"),
-          "text of a wide integer");
+    agree(x.to_string() == sign + digits(low, 10), "decimal text");
+    agree(x.to_string(ka_binary) == sign + std::bitset<64>(low).to_string(), "binary text");
+    agree(x.to_string(ka_octal) == sign + "0" + digits(low, 8), "octal text");
+    agree(x.to_string(ka_hexadecimal) == sign + "0X" + digits(low, 16), "hexadecimal text");
+    agree(x.to_string(ka_hexadecimal, false) == sign + "0x" + digits(low, 16, "0123456789abcdef"),
+          "hexadecimal text in small letters");
     opened_wint negated(x);
     agree(negated.digits() == 0u + (low > 0) + (low >> 16 > 0) + (low >> 32 > 0) + (low >> 48 > 0),
           "digits of a wide integer");
     negated.make_negative();
-    agree(is(opened_wint::abs(x), low) && is(negated, -value), "magnitude of a wide integer");
+    agree(is(negated, -value), "wide sign flipped");
+    agree(is(opened_wint::abs(x), low), "magnitude of a wide integer");
 }
 
 void check_wint(int128 a, int128 b)
@@ -70,15 +72,21 @@ void check_wint(int128 a, int128 b)
     const ka_wint x = wide(a);
     const ka_wint y = wide(b);
     agree(opened_wint::same_sign(x, y) == ((a < 0) == (b < 0)), "same sign");
-    agree(is(x, a) && is(x + y, a + b) && is(x - y, a - b) && is(-x, -a), "wide sums");
+    agree(is(x, a), "wide integer");
+    agree(is(x + y, a + b), "wide sum");
+    agree(is(x - y, a - b), "wide difference");
+    agree(is(-x, -a), "wide minus");
     agree(compared(x, y) == compared(a, b), "wide order");
     const int128 product = int128{magnitude(a) * magnitude(b)};
     agree(is(x * y, (a < 0) == (b < 0) ? product : -product), "wide product");
-    if (b == 0)
-        return agree(is_by_zero([&] { x / y; }) && is_by_zero([&] { x % y; }), "wide zero divisor");
+    if (b == 0) {
+        agree(is_by_zero([&] { x / y; }), "wide quotient by zero");
+        return agree(is_by_zero([&] { x % y; }), "wide remainder by zero");
+    }
     // The remainder has the sign of the quotient, and none where that is zero.
     const int128 rest = magnitude(a) % magnitude(b);
-    agree(is(x / y, a / b) && is(x % y, a / b < 0 ? -rest : rest), "wide quotient");
+    agree(is(x / y, a / b), "wide quotient");
+    agree(is(x % y, a / b < 0 ? -rest : rest), "wide remainder");
 }
 
 struct fields {
@@ -102,8 +110,8 @@ fields evened(int128 seconds, int128 microseconds)
     if (LLONG_MIN <= total / million && total / million <= LLONG_MAX)
         return {static_cast<long long>(total / million), static_cast<int>(total % million)};
     const auto wrapped = static_cast<long long>(static_cast<u64>(seconds + microseconds / million));
-    const int moved = (wrapped < 0 && microseconds > 0) - (wrapped > 0 && microseconds < 0);
-    return {wrapped + moved, static_cast<int>((microseconds - moved * million) % million)};
+    const int borrowed = (wrapped < 0 && microseconds > 0) - (wrapped > 0 && microseconds < 0);
+    return {wrapped + borrowed, static_cast<int>((microseconds - borrowed * million) % million)};
 }
 
 void check_period(const fields& a, const fields& b, int factor)
@@ -113,21 +121,25 @@ void check_period(const fields& a, const fields& b, int factor)
     agree(of(x) == a, "period");
     agree(compared(x, y) == compared(a.total(), b.total()), "order of periods");
     agree(of(x + y) == evened(int128{a.seconds} + b.seconds, a.microseconds + b.microseconds), "period sum");
-    if (b.seconds == LLONG_MIN && b.microseconds != 0)
-        agree(result_of([&] { -y; }) + result_of([&] { x - y; }) == "invalid_time_periodinvalid_time_period",
-              "period without a minus");
-    else if (b.seconds != LLONG_MIN)
-        agree(of(-y) == fields{-b.seconds, -b.microseconds} &&
-                  of(x - y) == evened(int128{a.seconds} - b.seconds, a.microseconds - b.microseconds),
+    if (b.seconds == LLONG_MIN && b.microseconds != 0) {
+        agree(result_of([&] { -y; }) == "invalid_time_period", "period without a minus");
+        agree(result_of([&] { x - y; }) == "invalid_time_period", "period that cannot be subtracted");
+    } else if (b.seconds != LLONG_MIN) {
+        agree(of(-y) == fields{-b.seconds, -b.microseconds}, "period minus");
+        agree(of(x - y) == evened(int128{a.seconds} - b.seconds, a.microseconds - b.microseconds),
               "period difference");
-    agree(of(x * factor) == evened(int128{a.seconds} * factor, int128{a.microseconds} * factor) &&
-              factor * x == x * factor && (ka_time_period(x) *= factor) == x * factor,
+    }
+    agree(of(x * factor) == evened(int128{a.seconds} * factor, int128{a.microseconds} * factor),
           "period product");
-    agree(x.to_days() == static_cast<int>(static_cast<unsigned int>(a.seconds / 86400)) &&
-              x.to_minutes() == static_cast<int>(static_cast<unsigned int>(a.seconds / 60)),
-          "count of a period");
-    if (factor == 0)
-        return agree(is_by_zero([&] { x / factor; }) && is_by_zero([&] { x % factor; }), "period by zero");
+    agree(factor * x == x * factor, "period product from the left");
+    agree((ka_time_period(x) *= factor) == x * factor, "period product in place");
+    agree(x.to_days() == static_cast<int>(static_cast<unsigned int>(a.seconds / 86400)), "days of a period");
+    agree(x.to_minutes() == static_cast<int>(static_cast<unsigned int>(a.seconds / 60)),
+          "minutes of a period");
+    if (factor == 0) {
+        agree(is_by_zero([&] { x / factor; }), "period quotient by zero");
+        return agree(is_by_zero([&] { x % factor; }), "period remainder by zero");
+    }
     if (factor == -1 && a.seconds == LLONG_MIN)
         return;
     agree(of(x % factor) == fields{a.seconds % factor, a.microseconds % factor}, "period remainder");
@@ -152,20 +164,24 @@ void check_time(const fields& p, const fields& q)
     const ka_time_period length(q.seconds, q.microseconds);
     const ka_time a = ka_time_period(p.seconds, p.microseconds), b = length;
     const int128 since_midnight = modulo_day(p.total());
-    agree(total(a) == since_midnight && of(ka_time_period(a)).total() == since_midnight, "time");
+    agree(total(a) == since_midnight, "time");
+    agree(of(ka_time_period(a)).total() == since_midnight, "time as a period");
     const auto is_time = [](auto count) {
         return total(ka_time(count)) == modulo_day(int128{count} * million);
     };
-    agree(is_time(p.seconds) && is_time(static_cast<u64>(p.seconds)) &&
-              is_time(static_cast<int>(p.seconds)) && is_time(static_cast<unsigned int>(p.seconds)),
-          "count of seconds");
-    agree(a.is_pm() == (since_midnight >= day / 2) && a.is_am() != a.is_pm(), "half of the day");
+    agree(is_time(p.seconds), "time of seconds");
+    agree(is_time(static_cast<u64>(p.seconds)), "time of unsigned seconds");
+    agree(is_time(static_cast<int>(p.seconds)), "time of 32 bits of seconds");
+    agree(is_time(static_cast<unsigned int>(p.seconds)), "time of unsigned 32 bits of seconds");
+    agree(a.is_pm() == (since_midnight >= day / 2), "half of the day");
+    agree(a.is_am() != a.is_pm(), "other half of the day");
     agree(compared(a, b) == compared(total(a), total(b)), "order of times");
     const int128 difference = modulo_day(p.total() - q.total());
-    agree(total(a - length) == difference && total(a - b) == difference, "difference of times");
-    ka_time moved = a;
-    agree(total(moved += length) == modulo_day(p.total() + q.total()) && (moved -= length) == a,
-          "moved time");
+    agree(total(a - length) == difference, "time less a period");
+    agree(total(a - b) == difference, "difference of times");
+    ka_time later = a;
+    agree(total(later += length) == modulo_day(p.total() + q.total()), "time and a period");
+    agree((later -= length) == a, "time and a period taken back");
 }
 
 /// The law of spans, and that no further month has a place in one.

@@ -96,11 +96,11 @@ TEST(date, moves_by_whole_days_and_leaves_the_range_by_single_steps_only)
         SCOPED_TRACE(seconds);
         const ka_date start(1, 1, 1);
         const int days = seconds / 86400;
-        ka_date moved = start;
-        EXPECT_EQ((moved += ka_time_period(seconds)).julian_day(), 1721426 + days);
-        EXPECT_EQ(moved - start, ka_time_period(days, 0, 0, 0));
-        EXPECT_EQ(compared(moved, start), compared(days, 0));
-        EXPECT_EQ(moved -= ka_time_period(seconds), start);
+        ka_date later = start;
+        EXPECT_EQ((later += ka_time_period(seconds)).julian_day(), 1721426 + days);
+        EXPECT_EQ(later - start, ka_time_period(days, 0, 0, 0));
+        EXPECT_EQ(compared(later, start), compared(days, 0));
+        EXPECT_EQ(later -= ka_time_period(seconds), start);
     }
     ka_date end = ka_date::max_date();
     expect_error("invalid_day", "13688961", source, [&] { end += ka_time_period(86400); });

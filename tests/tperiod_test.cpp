@@ -66,7 +66,7 @@ TEST(time_period, text)
     const struct {
         ka_time_period period;
         const char* text;
-    } rows[] = {
+    } texts[] = {
         {{0, 0}, "0 seconds"},
         {{1, 0}, "1 second"},
         {{-1, 0}, "-1 second"},
@@ -75,6 +75,6 @@ TEST(time_period, text)
         {{0, -500000}, "-0.500000 seconds"},
         {{LLONG_MIN, -999999}, "-9223372036854775808.999999 seconds"},
     };
-    for (const auto& [period, text] : rows)
+    for (const auto& [period, text] : texts)
         EXPECT_EQ(period.to_string(), text);
 }
