@@ -8,12 +8,11 @@
 
 /// Why a text was not read: where, what stood there, and what was wanted.
 ///
-///     const ka_read_failure& failure = ka_read_date("2024-02-30", "%Y-%m-%d").failure();
+///     const ka_read_failure failure(4, "2024-02-30", 8, 2, "%d");
 ///     failure.message();    // "invalid_day: 30 at 8, %d, in 2024-02-30"
 ///     failure.position();   // 8
 ///     failure.length();     // 2
-///     failure.field();      // "%d"
-///     failure.code();       // 4, invalid_day
+///     failure.code();       // 4, which is invalid_day
 ///
 /// It holds its texts in itself, so that building and copying one allocate
 /// nothing and nothing can dangle.
@@ -56,12 +55,10 @@ private:
 
 /// What a reader gives: the value, or why there is none.
 ///
-///     if (const auto date = ka_read_date(text, "%d.%m.%Y"))
-///         use(*date);
-///     else
-///         std::cerr << date.failure().message() << '\n';
-///
-///     ka_date due = ka_read_date(text, "%d.%m.%Y").value();   // or throws
+///     const ka_read_result<ka_date> read(ka_date(7, 4, 2024), 10);
+///     read.has_value();   // true
+///     read->year();       // 2024
+///     read.value();       // 4 July 2024; of a failure, this throws
 ///
 /// Nothing is thrown but by `value`, and nothing is allocated. `T` is a plain
 /// value such as `ka_date`.
