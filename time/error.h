@@ -7,9 +7,15 @@
 /// The root of the library's exceptions.
 ///
 /// The library throws it only as `ka_time_varnel_error`; a handler can name
-/// either class. It stands apart from `std::exception` on purpose: a handler
-/// for the standard hierarchy does not swallow a refused date. An object holds
-/// its text in itself, so building, copying and assigning one allocate nothing.
+/// either class. It stands apart from `std::exception`: a handler for that one,
+/// such as the last resort in many a `main`, does not catch it, and one that
+/// nobody catches ends the program with
+///
+///     terminate called after throwing an instance of 'ka_time_varnel_error'
+///
+/// and no text. Such a `main` needs a handler for `ka_varnel_error` beside it.
+/// An object holds its text in itself, so building, copying and assigning one
+/// allocate nothing.
 class KA_TIME_VARNEL_API ka_varnel_error {
 public:
     /// Keeps the first 511 characters of `text`; a null pointer gives "".
@@ -22,8 +28,9 @@ public:
     ka_varnel_error& operator=(const ka_varnel_error&) noexcept = default;
     virtual ~ka_varnel_error() = default;
 
-    /// The text, zero-terminated; valid as long as the object lives.
-    virtual const char* what() const noexcept { return message_; }
+    /// The text, zero-terminated; valid as long as the object lives. It has no
+    /// exception specification, so that the override of a derived class needs none.
+    virtual const char* what() const { return message_; }
 
 private:
     static constexpr int text_size = 512;

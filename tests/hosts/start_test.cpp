@@ -96,37 +96,6 @@ TEST(start, numbers_stay_plain_in_a_host_that_groups_digits)
     EXPECT_EQ(said["c"], "Sun Jul  14 18:28:38 2024");
 }
 
-TEST(start, chooses_the_zone_that_agrees_with_the_machine)
-{
-    const struct {
-        const char *zone, *winter, *summer;
-    } rows[] = {
-        {"UTC0", "GMT0", "UTC0"},
-        {"Europe/London", "GMT0", "GMT0"},
-        {"Europe/Dublin", "GMT0", "GMT0"},
-        {"IST-1GMT0,M10.5.0,M3.5.0/1", "GMT0", "GMT0"},
-        {"Europe/Berlin", "CET-1", "CET-1"},
-        {"America/New_York", "EST5", "EST5"},
-        {"America/St_Johns", "NST3", "NST3"},
-        {"America/Phoenix", "MST7", "UTC-7"},
-        {"Australia/Sydney", "UTC+10", "UTC+10"},
-        {"Asia/Kolkata", "UTC+5", "UTC+5"},
-        {"Africa/Casablanca", "UTC0", "GMT0"},
-        {"Africa/Johannesburg", "IST-2", "UTC+2"},
-        {"Pacific/Honolulu", "AST10", "UTC-10"},
-    };
-    for (const auto& row : rows)
-        for (const bool is_summer : {false, true}) {
-            SCOPED_TRACE(std::string(row.zone) + (is_summer ? " in summer" : " in winter"));
-            const char* const clock = is_summer ? "2026-07-01 12:00:00" : "2026-01-15 12:00:00";
-            auto said = probe(std::string("LC_ALL=C TZ=") + row.zone, clock);
-            EXPECT_EQ(said["zone"], is_summer ? row.summer : row.winter);
-            EXPECT_EQ(said["observed"], said["zone"].substr(0, 3) == "UTC" ? "no" : "yes");
-            EXPECT_EQ(said["agrees"], "yes");
-            EXPECT_EQ(said["child"], "7");
-        }
-}
-
 TEST(start, serves_the_static_objects_of_its_hosts)
 {
     EXPECT_EQ(output_of("LC_ALL=C TZ=UTC0", "'" STATIC_HOST "'"),

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <ctime>
 
+#include <sys/time.h> // timeval, on POSIX and mingw alike
+
 #include <time/tperiod.h>
 
 /// What the library asks of the machine. One source for each platform answers
@@ -19,7 +21,17 @@ struct split_seconds {
 split_seconds from_timeval(const timeval& value) noexcept;
 timeval to_timeval(long long seconds, int microseconds) noexcept;
 
-/// One reading of the machine's wall clock, broken down in its local time.
+/// What a machine without a clock reads: midnight of the calendar's first day,
+/// which `ka_time_and_date::now` takes for a failure.
+inline constexpr std::tm no_clock = [] {
+    std::tm fields = {};
+    fields.tm_mday = 1;
+    fields.tm_year = -4713 - 1900;
+    return fields;
+}();
+
+/// One reading of the machine's wall clock, broken down in its local time; a
+/// clock that can't be read gives `no_clock`.
 struct wall_clock {
     std::tm local;
     int milliseconds;
@@ -35,14 +47,28 @@ wall_clock read_wall_clock() noexcept;
 /// Has the runtime read the machine's time zone again.
 void read_time_zone() noexcept;
 
-/// The machine's time zone as it holds now.
+/// One way to read the machine's present clock.
 struct zone_reading {
     /// The standard offset in seconds, positive west of Greenwich.
     int seconds_west;
     /// Whether daylight saving time holds, which is always ahead of standard time.
     bool is_dst;
 };
-zone_reading read_standard_offset() noexcept;
+
+/// The machine's time zone as it holds now. Runtimes don't agree on which of a
+/// year's two clocks is the standard one, so that there can be several readings.
+struct machine_zone {
+    /// The likeliest first.
+    zone_reading readings[2];
+    int count = 0;
+    /// The standard offset where no built-in zone agrees with a reading.
+    int own_seconds_west = 0;
+
+    void add(long ahead, bool is_dst) { readings[count++] = {static_cast<int>(-ahead), is_dst}; }
+    constexpr const zone_reading* begin() const { return readings; }
+    constexpr const zone_reading* end() const { return readings + count; }
+};
+machine_zone read_machine_zone() noexcept;
 
 /// For as long as an object lives, `format_time` prints in the user's
 /// `LC_TIME` locale, as the environment names it. The locale of the process

@@ -1,8 +1,11 @@
 #include "platform.h"
 
 #include <locale.h>
-#include <sys/time.h>
 #include <time.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
 
 #include <time/time_varnel.h>
 
@@ -12,31 +15,39 @@ namespace {
 
 locale_t locale_of_start = nullptr;
 
+/// The local time of a moment; the first day of the calendar where the runtime has none.
 struct tm local_time(time_t moment) noexcept
 {
     struct tm fields = {};
-    localtime_r(&moment, &fields);
-    return fields;
+    return localtime_r(&moment, &fields) != nullptr ? fields : no_clock;
 }
 
-/// How far the clocks are ahead while the runtime's daylight flag is set, from
-/// the nearest change of both within a year of a moment; 0 where there is none.
-/// Two weeks are shorter than any daylight saving time, or pause in it, on
-/// record.
-long saving_near(time_t moment, bool is_flagged) noexcept
+/// What the local clock keeps to between two changes.
+struct stretch {
+    long ahead; // of Greenwich, in seconds
+    bool is_flagged;
+
+    bool operator==(const stretch&) const = default;
+};
+
+stretch stretch_at(time_t moment) noexcept
 {
+    const struct tm fields = local_time(moment);
+    return {fields.tm_gmtoff, fields.tm_isdst != 0};
+}
+
+/// The next stretch that is not the present one, forwards or backwards; the
+/// present one itself where a year brings no change.
+stretch neighbour_of(const stretch& present, time_t moment, bool is_later) noexcept
+{
+    // Shorter than any daylight saving time, or pause in it, on record.
     constexpr time_t two_weeks = 14 * 86400;
-    for (time_t distance = two_weeks; distance <= 27 * two_weeks; distance += two_weeks)
-        for (const time_t step : {two_weeks, -two_weeks}) {
-            const time_t beyond = step > 0 ? moment + distance : moment - distance;
-            const struct tm other = local_time(beyond);
-            if ((other.tm_isdst > 0) == is_flagged)
-                continue;
-            const long ahead = other.tm_gmtoff - local_time(beyond - step).tm_gmtoff;
-            if (ahead != 0)
-                return is_flagged ? -ahead : ahead;
-        }
-    return 0;
+    for (time_t distance = two_weeks; distance <= 27 * two_weeks; distance += two_weeks) {
+        const stretch other = stretch_at(is_later ? moment + distance : moment - distance);
+        if (other != present)
+            return other;
+    }
+    return present;
 }
 
 }
@@ -54,27 +65,45 @@ timeval to_timeval(long long seconds, int microseconds) noexcept
 wall_clock read_wall_clock() noexcept
 {
     struct timespec now = {};
-    clock_gettime(CLOCK_REALTIME, &now);
+    if (clock_gettime(CLOCK_REALTIME, &now) != 0)
+        return {no_clock, 0};
     return {local_time(now.tv_sec), static_cast<int>(now.tv_nsec / 1000000)};
 }
 
 void read_time_zone() noexcept { tzset(); }
 
-zone_reading read_standard_offset() noexcept
+machine_zone read_machine_zone() noexcept
 {
     const time_t moment = time(nullptr);
-    const struct tm now = local_time(moment);
-    const bool is_flagged = now.tm_isdst > 0;
-    const int seconds_west = static_cast<int>(-now.tm_gmtoff);
+    const stretch present = stretch_at(moment);
+    const long told = -timezone;
+    stretch nearer = neighbour_of(present, moment, true);
+    stretch farther = neighbour_of(present, moment, false);
+    // A greater difference holds a change of the standard offset too.
+    if (std::abs(nearer.ahead - present.ahead) > std::abs(farther.ahead - present.ahead))
+        std::swap(nearer, farther);
 
-    const long saving = saving_near(moment, is_flagged);
-    if (saving == 0)
-        return {is_flagged ? static_cast<int>(timezone) : seconds_west, is_flagged};
-    // Some tz data call summer time the standard, and winter a negative saving:
-    // then it is the time without the flag that is ahead.
-    if (is_flagged != (saving > 0))
-        return {seconds_west, false};
-    return {seconds_west + static_cast<int>(saving > 0 ? saving : -saving), true};
+    machine_zone machine;
+    for (const stretch& other : {nearer, farther})
+        // Some tz data call summer time the standard, and winter a negative
+        // saving: then it is the time without the flag that is ahead.
+        if (machine.count == 0 && other.is_flagged != present.is_flagged && other.ahead != present.ahead)
+            machine.add(std::min(other.ahead, present.ahead), other.ahead < present.ahead);
+
+    machine.own_seconds_west = static_cast<int>(-present.ahead);
+    if (!present.is_flagged) {
+        machine.add(present.ahead, false);
+        return machine;
+    }
+    if (machine.count == 0 && told < present.ahead)
+        machine.add(told, true);
+    if (machine.count != 0)
+        machine.own_seconds_west = machine.readings[0].seconds_west;
+    else
+        // The standard offset changed together with the flag, so that no clock
+        // tells the saving: an hour, if a built-in zone says so too.
+        machine.add(present.ahead - 3600, true);
+    return machine;
 }
 
 user_locale::user_locale() noexcept { locale_of_start = newlocale(LC_TIME_MASK, "", nullptr); }

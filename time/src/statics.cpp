@@ -123,18 +123,19 @@ void ka_time_and_date::create_limits()
 void ka_time_and_date::choose_default_zone()
 {
     platform::read_time_zone();
-    const platform::zone_reading machine = platform::read_standard_offset();
-    const ka_time_period offset(machine.seconds_west);
-
-    const ka_time_zone* const built_in = ka_time_zone::find(offset, machine.is_dst);
-    if (built_in != nullptr) {
+    const platform::machine_zone machine = platform::read_machine_zone();
+    for (const platform::zone_reading& reading : machine) {
+        const ka_time_zone* const built_in =
+            ka_time_zone::find(ka_time_period(reading.seconds_west), reading.is_dst);
+        if (built_in == nullptr)
+            continue;
         default_tzone_ = built_in;
         const ka_time_and_date now = now_if_available();
         const bool is_dst = built_in->rule(now.std_time(), now.date()) != nullptr;
-        if (is_dst == machine.is_dst)
+        if (is_dst == reading.is_dst)
             return;
     }
-    made_zone = new ka_time_zone(offset, "UTC", "");
+    made_zone = new ka_time_zone(ka_time_period(machine.own_seconds_west), "UTC", "");
     default_tzone_ = made_zone;
 }
 
