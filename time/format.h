@@ -15,6 +15,7 @@
 #endif
 
 #include <time/date.h>
+#include <time/inline/codes.h>
 #include <time/time_of_day.h>
 #include <time/timedate.h>
 #include <time/tperiod.h>
@@ -74,27 +75,29 @@ public:
     }
 
 private:
-    static constexpr std::string_view codes = "aAbBcCdDefHIjklmMnpPqrsStTUwWxXyYZ";
-    static constexpr std::string_view codes_of_dates_only = "aAbBjUwW";
-    static constexpr std::string_view digits = "0123456789";
-
     static constexpr bool is_letter(char c) { return ('a' <= c && c <= 'z') || ('A' <= c && c <= 'Z'); }
-    static constexpr bool holds(std::string_view set, char c) { return set.find(c) != set.npos; }
+
+    /// Whether a code has nothing to print for a value.
+    static constexpr bool wants_a_date(const ka_format_code& code)
+    {
+        return std::is_same_v<Value, ka_time> &&
+               (code.need == ka_format_need::month || code.need == ka_format_need::day);
+    }
 
     static constexpr void check(std::string_view pattern)
     {
-        if (holds(pattern, '{'))
+        if (pattern.find('{') != pattern.npos)
             throw Error("an opening brace in the format of a date or time");
-        for (auto at = pattern.find('%'); at != pattern.npos; at = pattern.find('%', at + 1)) {
-            ++at;
-            if (pattern.substr(at).starts_with('-') || pattern.substr(at).starts_with('0'))
-                ++at;
-            at = pattern.find_first_not_of(digits, at);
-            if (at == pattern.npos)
+        for (ka_format_pieces pieces(pattern); !pieces.is_at_end();) {
+            const ka_format_piece piece = pieces.next();
+            if (!piece.is_code)
+                continue;
+            if (piece.is_cut_off)
                 throw Error("a % without a code behind it in the format of a date or time");
-            if (is_letter(pattern[at]) && !holds(codes, pattern[at]))
+            const ka_format_code* const code = ka_format_code_of(piece.letter);
+            if (code == nullptr && is_letter(piece.letter))
                 throw Error("a letter that is no code in the format of a date or time");
-            if (std::is_same_v<Value, ka_time> && holds(codes_of_dates_only, pattern[at]))
+            if (code != nullptr && wants_a_date(*code))
                 throw Error("a code that only a date has in the format of a time of day");
         }
     }

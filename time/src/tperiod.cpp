@@ -3,7 +3,7 @@
 #include <charconv>
 #include <ostream>
 
-#include "digits.h"
+#include "text/digits.h"
 #include "platform.h"
 #include "throw.h"
 

@@ -4,7 +4,7 @@
 #include <charconv>
 #include <ostream>
 
-#include "digits.h"
+#include "text/digits.h"
 #include "throw.h"
 
 namespace {

@@ -23,14 +23,13 @@ struct locale_layouts {
     {
         const locale_layouts found = *this;
         for (std::size_t layout = 0; layout < texts.size(); ++layout) {
-            std::string& text = texts[layout];
-            text.clear();
-            for (std::string_view rest = found.texts[layout]; !rest.empty();) {
-                const ka_format_piece piece = ka_next_piece(rest);
-                const std::size_t held = layout_of(piece);
+            texts[layout].clear();
+            for (ka_format_pieces pieces(found.texts[layout]); !pieces.is_at_end();) {
+                const std::string_view rest = pieces.rest();
+                const std::size_t held = layout_of(pieces.next());
                 if (held != letters.npos && (held == layout || found.reaches(held, layout)))
-                    text += '%';
-                text += piece.text;
+                    texts[layout] += '%';
+                texts[layout] += rest.substr(0, rest.size() - pieces.rest().size());
             }
         }
     }
@@ -38,13 +37,13 @@ struct locale_layouts {
 private:
     static std::size_t layout_of(const ka_format_piece& piece)
     {
-        return piece.is_code && piece.letter != '\0' ? letters.find(piece.letter) : letters.npos;
+        return piece.is_code && !piece.is_cut_off ? letters.find(piece.letter) : letters.npos;
     }
 
     bool holds(std::size_t layout, std::size_t other) const
     {
-        for (std::string_view rest = texts[layout]; !rest.empty();)
-            if (layout_of(ka_next_piece(rest)) == other)
+        for (ka_format_pieces pieces(texts[layout]); !pieces.is_at_end();)
+            if (layout_of(pieces.next()) == other)
                 return true;
         return false;
     }
