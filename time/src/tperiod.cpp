@@ -3,8 +3,8 @@
 #include <charconv>
 #include <ostream>
 
-#include "text/digits.h"
 #include "platform.h"
+#include "text/digits.h"
 #include "throw.h"
 
 constinit ka_time_period ka_time_period::zero_period;
