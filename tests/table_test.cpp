@@ -36,12 +36,14 @@ struct made_table {
         view.origin = origin;
         view.length = static_cast<unsigned long long>(end - origin);
         slots.resize(rules::slots_for(view.length));
-        rules::fill_slots(slots.data(), slots.size(), origin, at.data(), kind_of.data(), at.size(),
-                          [this](unsigned char before, unsigned char after) {
-                              pairs.push_back({kinds[before], kinds[after]});
-                              // Rows that are full are told as such.
-                              return std::min<std::size_t>(pairs.size() - 1, rules::searched_row);
-                          });
+        // Rows that are full are told as such.
+        std::vector<unsigned char> rows;
+        for (std::size_t i = 0; i <= at.size(); ++i) {
+            rows.push_back(
+                static_cast<unsigned char>(std::min(pairs.size(), std::size_t{rules::searched_row})));
+            pairs.push_back({kinds[kind_of[i]], kinds[kind_of[std::min(i + 1, at.size())]]});
+        }
+        rules::fill_slots(slots.data(), slots.size(), origin, at.data(), rows.data(), at.size());
         view.read = view.set = {slots.data(), at.data()};
         view.pairs = pairs.data();
         view.count = at.size();

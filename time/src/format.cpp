@@ -3,7 +3,7 @@
 
 #include <time/timedate.h>
 
-#include "clock/local_clock.h"
+#include "reading.h"
 #include "text/print_inline.h"
 
 /// Opens the texts that start has found.
@@ -37,12 +37,10 @@ std::string ka_time_and_date::formatted(const std::string& format, const unsigne
     return text_in(format, {{hour, minute, second, month, day}, microsecond, year, dst, 0, zone});
 }
 
-namespace {
-
-std::string text_of(std::string_view format, const ka_time_and_date& value)
+std::string ka_time_and_date::text_of(std::string_view format, const ka_time_and_date& value)
 {
-    const clocks::reading now = clocks::local_reading(ka_access::instant(value), value.time_zone());
-    const auto second_of_day = static_cast<unsigned int>(ka_access::second_of_day(now.time));
+    const reading now = value.local();
+    const unsigned int second_of_day = now.time.second_of_day();
     const unsigned int minute_of_day = second_of_day / 60;
     return text_in(format,
                    {{minute_of_day / 60, minute_of_day % 60, second_of_day % 60, now.day.month, now.day.day},
@@ -50,9 +48,7 @@ std::string text_of(std::string_view format, const ka_time_and_date& value)
                     static_cast<short>(now.day.year),
                     now.is_dst,
                     now.date.julian_day(),
-                    value.time_zone()});
-}
-
+                    *value.zone_});
 }
 
 std::string ka_time_and_date::to_string(const char* format) const

@@ -1,6 +1,7 @@
 #include <time/time_varnel.h>
 
 #include "platform.h"
+#include "world/zone_library.h"
 
 namespace {
 
@@ -26,6 +27,7 @@ void ka_exit_time_varnel()
 {
     if (--start_count != 0)
         return;
+    world::close_common_library();
     ka_time_and_date::delete_names();
     ka_time_zone::delete_zones();
 }

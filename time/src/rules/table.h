@@ -27,7 +27,7 @@ struct alignas(16) kind {
     int adjustment = 0;
     /// Seconds from local to universal time, positive west of Greenwich.
     int offset = 0;
-    /// Where the abbreviation begins in the text of the table's owner.
+    /// Where the abbreviation begins in the table's text.
     unsigned short abbreviation = 0;
     bool is_dst = false;
 
@@ -65,10 +65,14 @@ struct table {
     timeline set;
     const kind_pair* pairs = nullptr;
     /// The number of changes in the timelines, and what holds before the first
-    /// and after each of them, as indexes of `kinds`. Null in a table without times.
+    /// and after each of them, as indexes of `kinds`. Null in a table
+    /// without times.
     std::size_t count = 0;
     const unsigned char* kind_of = nullptr;
     const kind* kinds = nullptr;
+    std::size_t kind_count = 0;
+    /// Each with a zero behind it. Null in a table without abbreviations.
+    const char* abbreviations = nullptr;
     /// What holds before the slots, and behind them where nothing folds.
     kind first;
     kind last;
@@ -137,28 +141,24 @@ constexpr std::size_t slots_for(unsigned long long length) noexcept
     return static_cast<std::size_t>((length + slot_length - 1) >> slot_bits);
 }
 
-/// Fills the slots of a timeline. `kind_of` has one more entry than `at`, and
-/// `row_of(before, after)` gives the row of a pair of such entries, or
-/// `searched_row` where there is no room for one more.
-template <typename RowOf>
+/// Fills the slots of a timeline, none of whose times comes before the origin.
+/// `rows` has the row of each change, or `searched_row` where there is none for
+/// it, and then a row whose earlier kind is what holds in the end.
 constexpr void fill_slots(std::uint32_t* slots, std::size_t slot_count, long long origin, const long long* at,
-                          const unsigned char* kind_of, std::size_t count, RowOf row_of)
+                          const unsigned char* rows, std::size_t count) noexcept
 {
     std::size_t over = 0;
+    long long end = origin;
     for (std::size_t slot = 0; slot < slot_count; ++slot) {
-        const long long start = origin + static_cast<long long>(slot << slot_bits);
-        const long long end = start + static_cast<long long>(slot_length);
-        while (over < count && at[over] < start)
+        const long long start = end;
+        end += static_cast<long long>(slot_length);
+        const std::size_t first = over;
+        while (over < count && at[over] < end)
             ++over;
-        const unsigned char before = kind_of[over];
-        if (over == count || at[over] >= end) {
-            slots[slot] = static_cast<std::uint32_t>(row_of(before, before)) << 24 | slot_length;
-            continue;
-        }
-        const bool is_single = over + 1 == count || at[over + 1] >= end;
-        const std::uint32_t row =
-            is_single ? static_cast<std::uint32_t>(row_of(before, kind_of[over + 1])) : searched_row;
-        slots[slot] = row << 24 | static_cast<std::uint32_t>(at[over] - start);
+        const std::uint32_t row = over - first > 1 ? searched_row : rows[first];
+        const std::uint32_t second =
+            over == first ? slot_length : static_cast<std::uint32_t>(at[first] - start);
+        slots[slot] = row << 24 | second;
     }
 }
 
