@@ -1,6 +1,4 @@
 #include <chrono>
-#include <sstream>
-#include <string>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -10,13 +8,6 @@
 #include "printers.h"
 
 namespace {
-
-std::string printed(const ka_stopwatch& watch)
-{
-    std::ostringstream out;
-    watch.print(out);
-    return out.str();
-}
 
 void pass_time() { std::this_thread::sleep_for(std::chrono::milliseconds(5)); }
 
@@ -28,7 +19,7 @@ TEST(stopwatch, that_never_ran)
     watch.reset();
     EXPECT_TRUE(watch == fresh);
     EXPECT_FALSE(watch.running());
-    EXPECT_EQ(printed(watch), "0 seconds, stopped");
+    EXPECT_EQ(shown(watch), "0 seconds, stopped");
 }
 
 TEST(stopwatch, runs_until_it_is_stopped)
@@ -37,7 +28,7 @@ TEST(stopwatch, runs_until_it_is_stopped)
     watch.start();
     const ka_stopwatch started = watch;
     EXPECT_TRUE(watch.running());
-    EXPECT_TRUE(printed(watch).ends_with(" seconds, running")) << printed(watch);
+    EXPECT_TRUE(shown(watch).ends_with(" seconds, running")) << shown(watch);
     pass_time();
     watch.start();
     EXPECT_TRUE(watch == started) << "a watch that runs is not started again";
@@ -50,7 +41,7 @@ TEST(stopwatch, runs_until_it_is_stopped)
     const ka_stopwatch stopped = watch;
     EXPECT_FALSE(watch.running());
     EXPECT_GE(stopped.lap(), lap);
-    EXPECT_EQ(printed(watch), ka_time_period(watch).to_string() + ", stopped");
+    EXPECT_EQ(shown(watch), ka_time_period(watch).to_string() + ", stopped");
     pass_time();
     watch.stop();
     EXPECT_TRUE(watch == stopped) << "a watch that stands is not stopped again";

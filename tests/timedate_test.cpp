@@ -17,9 +17,9 @@ using zone = ka_time_zone;
 using change = std::function<void(moment&)>;
 
 constexpr const char* source = "time/src/date";
-constexpr ka_time_period one_us(0, 1), hour(3600);
+constexpr ka_time_period one_us(0, 1), hour(3600), above_32_bits((1LL << 32) + 5, 1), epoch(210866803200);
 const ka_time nine(9, 0, 0);
-const ka_date spring(3, 10, 2024);
+const ka_date eve(3, 9, 2024), spring(3, 10, 2024);
 
 std::string utc(const moment& value)
 {
@@ -53,36 +53,24 @@ TEST_F(moments, setters_and_constructors)
         const char *name, *universal;
         change set;
     } settings[] = {
-        {"local time in summer", "2024-03-10 16:00:00.000000",
-         [](moment& m) { m.time_and_date(nine, spring); }},
-        {"a time of day of more than a day: the offset is that of its rest on the date handed in",
-         "2024-03-10 14:00:00.000000", [](moment& m) { m.time_and_date(hour * 30, ka_date(3, 9, 2024)); }},
-        {"a time of day below midnight", "2024-03-10 06:00:00.000000",
-         [](moment& m) { m = moment(-hour, spring); }},
-        {"a record with microseconds", "2024-07-01 16:00:00.999999",
-         [&](moment& m) { m.time_and_date(fields, 999999); }},
-        {"built from a record", "2024-07-01 16:00:00.000012", [&](moment& m) { m = moment(fields, 12); }},
-        {"assigned from a record", "2024-07-01 16:00:00.000000", [&](moment& m) { m = fields; }},
+        {"in summer", "2024-03-10 16:00:00.000000", [](moment& m) { m.time_and_date(nine, spring); }},
+        // The offset is that of the time of day on the date handed in.
+        {"beyond 24 h", "2024-03-10 14:00:00.000000", [](moment& m) { m.time_and_date(hour * 30, eve); }},
+        {"before midnight", "2024-03-10 06:00:00.000000", [](moment& m) { m = moment(-hour, spring); }},
+        {"record set", "2024-07-01 16:00:00.999999", [&](moment& m) { m.time_and_date(fields, 999999); }},
+        {"from a record", "2024-07-01 16:00:00.000012", [&](moment& m) { m = moment(fields, 12); }},
+        {"record assigned", "2024-07-01 16:00:00.000000", [&](moment& m) { m = fields; }},
         {"default", "1970-01-01 00:00:00.000000", [](moment& m) { m = moment(); }},
-        {"seconds above 32 bits", "2100-01-01 00:00:00.000000",
-         [](moment& m) { m.time_and_date(4102444800LL); }},
-        {"seconds below zero", "1969-12-31 23:59:59.000000", [](moment& m) { m = moment(-1LL); }},
-        {"a period since 1970", "1970-01-01 00:00:01.500000",
-         [](moment& m) { m = moment(ka_time_period(1, 500000)); }},
-        {"a period set, of which 32 bits of seconds count", "1970-01-01 00:00:05.000000",
-         [](moment& m) { m.time_and_date(ka_time_period((1LL << 32) + 5, 1)); }},
-        {"a period of more than 32 bits", "2106-02-07 06:28:21.000000",
-         [](moment& m) { m = moment(ka_time_period((1LL << 32) + 5)); }},
-        {"time alone, which carries the date", "2024-07-05 06:59:59.999999",
-         [](moment& m) { m.time(ka_time::max_time()); }},
-        {"its own date", "2024-07-04 18:34:56.000789", [](moment& m) { m.date(m.date()); }},
-        {"a date of the other season", "2024-01-31 19:34:56.000789",
-         [](moment& m) { m.date(ka_date(1, 31, 2024)); }},
-        {"an instant", "1970-01-01 00:00:00.000001",
-         [](moment& m) {
-             m.utc_time_and_date({210866803200, 1});
-         }},
-        {"universal time taken as local", "2024-07-05 02:34:56.000789",
+        {"seconds", "2100-01-01 00:00:00.000000", [](moment& m) { m.time_and_date(4102444800LL); }},
+        {"before 1970", "1969-12-31 23:59:59.000000", [](moment& m) { m = moment(-1LL); }},
+        {"period", "1970-01-01 00:00:01.500000", [](moment& m) { m = moment(ka_time_period(1, 500000)); }},
+        {"period set", "1970-01-01 00:00:05.000000", [](moment& m) { m.time_and_date(above_32_bits); }},
+        {"long period", "2106-02-07 06:28:21.000001", [](moment& m) { m = moment(above_32_bits); }},
+        {"time", "2024-07-05 06:59:59.999999", [](moment& m) { m.time(ka_time::max_time()); }},
+        {"own date", "2024-07-04 18:34:56.000789", [](moment& m) { m.date(m.date()); }},
+        {"date in winter", "2024-01-31 19:34:56.000789", [](moment& m) { m.date(ka_date(1, 31, 2024)); }},
+        {"instant", "1970-01-01 00:00:00.000001", [](moment& m) { m.utc_time_and_date(epoch + one_us); }},
+        {"universal time as local", "2024-07-05 02:34:56.000789",
          [](moment& m) { m.time_and_date(m.utc_time(), m.utc_date()); }},
     };
     const moment start = universal({7, 4, 2024}, {19, 34, 56, 789}, zone::pacific());
