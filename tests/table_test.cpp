@@ -13,7 +13,7 @@ namespace {
 
 using rules::kind;
 
-constexpr long long fold = static_cast<long long>(rules::fold_length);
+constexpr long long fold = (400 * 365 + 97) * 86400ll; // 400 years
 
 /// A table and what it views. The kind behind change number i is i % 5 + 1; the
 /// one before the first is that of the last where the table repeats, else 0.

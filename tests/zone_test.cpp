@@ -103,15 +103,25 @@ TEST(zone_rule, fields_and_a_point_changed_after_it_was_handed_over)
     const ka_date day(5, 15, 2020);
     bool is_dst = false;
     EXPECT_FALSE(zone.is_dst(noon, day));
-    // Each change takes the noon of the day into the rule or out of it.
-    for (const auto& change : std::initializer_list<std::function<void()>>{
-             [&] { may.month(6); }, [&] { rule.start_point(june); },
-             [&] { june.month(5), june.weekday(ka_third, day.weekday()); },
-             [&] { june.when(ka_time_period(43200, 1)); }, [&] { june.when(ka_time_period(43200)); },
-             [&] { rule.end_point(june); }, [&] { rule.end_point(may); }, [&] { rule.end_year(2019); },
-             [&] { rule.end_year(2020); }, [&] { rule.start_year(2021); }}) {
-        change();
-        EXPECT_EQ(zone.is_dst(noon, day), is_dst = !is_dst);
+    const struct {
+        const char* name;
+        std::function<void()> make;
+    } changes[] = {
+        {"end a month later", [&] { may.month(6); }},
+        {"start after the day", [&] { rule.start_point(june); }},
+        {"start on the day", [&] { june.month(5), june.weekday(ka_third, day.weekday()); }},
+        {"start after noon", [&] { june.when(ka_time_period(43200, 1)); }},
+        {"start at noon", [&] { june.when(ka_time_period(43200)); }},
+        {"end at noon", [&] { rule.end_point(june); }},
+        {"end in June", [&] { rule.end_point(may); }},
+        {"last year before", [&] { rule.end_year(2019); }},
+        {"last year of the day", [&] { rule.end_year(2020); }},
+        {"first year after", [&] { rule.start_year(2021); }},
+    };
+    // Each takes the noon of the day into the rule or out of it.
+    for (const auto& [name, make] : changes) {
+        make();
+        EXPECT_EQ(zone.is_dst(noon, day), is_dst = !is_dst) << name;
     }
 }
 
