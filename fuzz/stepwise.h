@@ -9,7 +9,7 @@
 // The library takes short cuts to which rule is in effect and to what a moment
 // reads. Here both are worked out step by step, as their definitions have them.
 
-/// A simple rule, asked like a rule of a host's own.
+/// A simple rule, asked like a user-defined rule.
 class stepwise_rule : public ka_time_zone_rule {
 public:
     explicit stepwise_rule(const ka_time_zone_rule& rule)

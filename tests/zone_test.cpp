@@ -125,7 +125,7 @@ TEST(zone_rule, fields_and_a_point_changed_after_it_was_handed_over)
     }
 }
 
-/// A rule of a host's own, which notes what it is asked.
+/// A user-defined rule, which notes what it is asked.
 struct asking_rule : ka_simple_time_zone_rule {
     using ka_simple_time_zone_rule::ka_simple_time_zone_rule;
     bool is_in_effect(const ka_time& time, const ka_date& date) const override

@@ -238,7 +238,7 @@ private:
     friend class ka_time_and_date;
     friend class ka_time_zone;
     friend struct ka_locale_text;
-    friend struct ka_rule_check;
+    friend struct ka_access;
 
     struct parts {
         unsigned int month;

@@ -138,6 +138,7 @@ public:
 
 private:
     friend class ka_time_and_date;
+    friend struct ka_access;
 
     static constexpr ka_time unchecked(int second_of_day, int microsecond) noexcept;
     constexpr unsigned int second_of_day() const noexcept;

@@ -174,20 +174,20 @@ protected:
     static std::string formatted(const std::string& format, const ka_time* time, const ka_date* date);
 
 private:
+    friend struct ka_access;
+    friend struct ka_locale_text;
+
+    // What the binary interface fixes: who starts and stops the library and reads
+    // its statics, what is built from these, and the fields of a moment.
+
     friend class ka_date;
     friend class ka_time;
-    friend struct ka_locale_text;
     friend void ka_init_time_varnel();
     friend void ka_exit_time_varnel();
 
     /// A universal time and date, in the zone `utc`.
     ka_time_and_date(const ka_time& time, const ka_date& date, bool universal) noexcept;
-
     static ka_time_and_date now_if_available();
-    /// Takes the machine's wall clock for the local one; returns the local date.
-    KA_TIME_VARNEL_INTERNAL ka_date read_clock();
-    /// Returns the rule in effect, or null.
-    KA_TIME_VARNEL_INTERNAL const ka_time_zone_rule* set_local(const ka_time& time, const ka_date& date);
     static void delete_names() noexcept;
 
     static std::string formatted(const std::string& format, const unsigned short& hour,
@@ -195,70 +195,20 @@ private:
                                  const unsigned int& microsecond, const unsigned short& month,
                                  const unsigned short& day, const short& year, const ka_time_zone& zone,
                                  bool dst);
-
-    /// As `formatted`. A NUL must follow the format.
-    KA_TIME_VARNEL_INTERNAL static std::string text_of(std::string_view format,
-                                                       const ka_time_and_date& value);
-
     /// A number in decimal, right-aligned in `width` characters; a minus sign
     /// stands in front and is not counted.
     static std::string to_string(int value, int width, char fill);
-
     static std::string tm_string(const char* format, const std::tm& value);
     static std::string decode(const char* conversion);
     static void replace_if_present(std::string& target, const std::string& search,
                                    const std::string& replacement);
 
-    /// The local clock, read once for all who want more than one part of it.
-    struct reading {
-        ka_time time;
-        ka_date date;
-        ka_date::parts day;
-        bool is_dst;
-    };
-    KA_TIME_VARNEL_INTERNAL reading local() const;
-    /// The same by the long way, for any instant and any zone.
-    KA_TIME_VARNEL_INTERNAL reading irregular_local() const;
-    /// The reading, and the date of it, under an adjustment of any length.
-    KA_TIME_VARNEL_INTERNAL reading moved_local(const ka_time_period& adjustment) const;
-    KA_TIME_VARNEL_INTERNAL ka_date moved_date(const ka_time_period& adjustment) const;
-    /// Writes the seconds of the standard clock. Returns whether there is
-    /// nothing else to it but the microseconds of the instant.
-    KA_TIME_VARNEL_INTERNAL bool is_regular(long long& std_seconds) const noexcept;
-    /// The halves of a regular standard clock.
-    KA_TIME_VARNEL_INTERNAL static ka_date regular_date(long long std_seconds) noexcept;
-    KA_TIME_VARNEL_INTERNAL ka_time regular_time(long long std_seconds) const noexcept;
-    /// Whether a time stays in its day when it moves, by whole seconds.
-    KA_TIME_VARNEL_INTERNAL static bool stays_in_day(const ka_time& time,
-                                                     const ka_time_period& adjustment) noexcept;
-    KA_TIME_VARNEL_INTERNAL static ka_time moved_in_day(const ka_time& time,
-                                                        const ka_time_period& adjustment) noexcept;
-
-    KA_TIME_VARNEL_INTERNAL static void create_names();
-    KA_TIME_VARNEL_INTERNAL static void create_default_formats();
-    KA_TIME_VARNEL_INTERNAL static void create_patterns();
-    KA_TIME_VARNEL_INTERNAL static void create_limits();
-    KA_TIME_VARNEL_INTERNAL static void choose_default_zone();
-
-    static std::string* month_name_[12];
-    static std::string* month_abbr_[12];
-    static std::string* weekday_name_[7];
-    static std::string* weekday_abbr_[7];
-    static std::string* am_name_;
-    static std::string* pm_name_;
-    static std::string* ad_name_;
-    static std::string* bc_name_;
-    static std::string* default_time_format_;
-    static std::string* default_date_format_;
-    static std::string* default_time_and_date_format_;
-    static std::string* format_timedate_;
-    static std::string* format_date_;
-    static std::string* format_time_;
-    static ka_time* min_time_;
-    static ka_time* max_time_;
-    static ka_date* default_date_;
-    static ka_date* min_date_;
-    static ka_date* max_date_;
+    static std::string *month_name_[12], *month_abbr_[12], *weekday_name_[7], *weekday_abbr_[7];
+    static std::string *am_name_, *pm_name_, *ad_name_, *bc_name_;
+    static std::string *default_time_format_, *default_date_format_, *default_time_and_date_format_;
+    static std::string *format_timedate_, *format_date_, *format_time_;
+    static ka_time *min_time_, *max_time_;
+    static ka_date *default_date_, *min_date_, *max_date_;
     static const ka_time_zone* default_tzone_;
 
     ka_time_period instant_;

@@ -117,6 +117,7 @@ private:
     friend class ka_time;
     friend class ka_time_and_date;
     friend class ka_calendar_date;
+    friend struct ka_access;
 
     static constexpr long long seconds_per_day = 86400;
     static constexpr int microseconds_per_second = 1000000;

@@ -114,49 +114,29 @@ protected:
     static ka_time_zone* find(ka_time_period offset, bool dst) noexcept;
 
 private:
+    friend struct ka_access;
+
+    // What the binary interface fixes: who makes and frees the built-in zones,
+    // the statics that hold these, and the fields of a zone.
+
     friend class ka_time_and_date;
     friend void ka_init_time_varnel();
     friend void ka_exit_time_varnel();
 
-    /// The rule in effect, for a caller who has year and month of the date.
-    KA_TIME_VARNEL_INTERNAL const ka_time_zone_rule* rule_in_month(const ka_time& time, const ka_date& date,
-                                                                   int year, unsigned int month) const;
-    /// The rule in effect, with no short way.
-    KA_TIME_VARNEL_INTERNAL const ka_time_zone_rule* rule_by_asking(const ka_time& time,
-                                                                    const ka_date& date) const;
-    /// As `rule(time, date)`.
-    KA_TIME_VARNEL_INTERNAL const ka_time_zone_rule* rule_at(const ka_time& time, const ka_date& date) const;
-
     static void create_zones();
     static void delete_zones() noexcept;
 
-    static ka_time_zone* utc_;
-    static ka_time_zone* gmt_;
-    static ka_time_zone* cet_;
-    static ka_time_zone* wet_;
-    static ka_time_zone* pwt_;
-    static ka_time_zone* sast_;
-    static ka_time_zone* hawt_;
-    static ka_time_zone* indt_;
-    static ka_time_zone* pst_;
-    static ka_time_zone* mst_;
-    static ka_time_zone* cst_;
-    static ka_time_zone* est_;
-    static ka_time_zone* ast_;
-    static ka_time_zone* nst_;
-    static ka_time_zone* yst_;
-    static ka_time_zone* ast_10_;
-    static ka_time_zone* ist_;
+    static ka_time_zone *utc_, *gmt_, *cet_, *wet_, *pwt_, *sast_, *hawt_, *indt_, *pst_, *mst_, *cst_, *est_,
+        *ast_, *nst_, *yst_, *ast_10_, *ist_;
 
-    static constexpr int max_rules = 7;
+    /// How rules are looked up: each of the library's own kind, or asked by its
+    /// virtual operation.
+    enum class rule_kind : unsigned char { simple, user_defined };
 
     std::string name_;
     std::string dst_name_;
     ka_time_period offset_;
-    /// An array that the zone owns; a smart pointer's header would take as long to
-    /// compile as everything else here.
     ka_time_zone_rule** rules_;
     int count_ = 0;
-    /// Whether no rule is of a host's own kind.
-    bool all_simple_ = true;
+    rule_kind kind_ = rule_kind::simple;
 };

@@ -18,6 +18,7 @@ SECOND = 1000000
 DAY = 86400 * SECOND
 FIRST_DAY = 38
 LAST_DAY = 13688960
+USER_DEFINED = 1  # of the kinds of rules in a zone
 
 
 class Refused(Exception):
@@ -164,7 +165,7 @@ class Rule:
 class Zone:
     def __init__(self, address):
         (name, name_size, dst_name, dst_name_size, seconds, microseconds, self.rules, self.count,
-         self.all_simple) = fields("=QQ16xQQ16xqi4xQi?", address)
+         self.rule_kind) = fields("=QQ16xQQ16xqi4xQiB", address)
         if not 0 <= self.count <= 7:
             raise NoZone
         self.offset = seconds * SECOND + microseconds
@@ -212,7 +213,7 @@ def no_zone_text(address):
 def moment_text(instant, zone_address):
     try:
         zone = Zone(zone_address)
-        if not zone.all_simple:
+        if zone.rule_kind == USER_DEFINED:
             return universal_text(instant, zone.name() + " with rules of a kind of its own")
         standard = instant - zone.offset
         rule = zone.rule(standard % DAY, date_of(standard))

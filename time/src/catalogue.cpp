@@ -1,5 +1,8 @@
 #include <time/zone.h>
 
+#include <iterator>
+
+#include "access.h"
 #include "release.h"
 
 namespace {
@@ -140,12 +143,13 @@ constexpr rule_list british(gb_1996, gb_1990, gb_1989, gb_1981);
 constexpr rule_list american(america_2007, america_1987, america_1976, america_1975, america_1974,
                              america_1967);
 constexpr rule_list alaskan(yukon_1986, america_1975, america_1974, america_1967);
+constexpr rule_list israeli(israel_2007, israel_2001);
 
 /// Positive west of Greenwich.
 constexpr int hours(int count) { return count * 3600; }
 
-const ka_calendar_date* points[point_count];
-ka_simple_time_zone_rule* rules[rule_count];
+const ka_calendar_date* made_points[point_count];
+ka_simple_time_zone_rule* made_rules[rule_count];
 
 const ka_calendar_date* make_point(const point_row& row)
 {
@@ -154,112 +158,137 @@ const ka_calendar_date* make_point(const point_row& row)
                                : new ka_calendar_date(when, row.month, row.week, row.day);
 }
 
-ka_simple_time_zone_rule& made_rule(rule_id id)
+ka_simple_time_zone_rule& rule_of(rule_id id)
 {
     const rule_row& row = rule_table[id];
-    if (rules[id] == nullptr)
-        rules[id] =
-            new ka_simple_time_zone_rule(*points[row.start], *points[row.end], row.first_year, row.last_year);
-    return *rules[id];
+    if (made_rules[id] == nullptr)
+        made_rules[id] = new ka_simple_time_zone_rule(*made_points[row.start], *made_points[row.end],
+                                                      row.first_year, row.last_year);
+    return *made_rules[id];
 }
 
-struct zone_row {
-    ka_time_zone** zone;
-    int offset;
-    const char* name;
-    const char* dst_name;
-    rule_list rules;
+}
+
+/// The built-in zones, in the order in which they are built.
+struct ka_access::catalogue {
+    struct row {
+        ka_time_zone** zone;
+        int offset;
+        const char* name;
+        const char* dst_name;
+        rule_list rules;
+        /// Whether the zone is found by its offset: one zone of each offset is.
+        bool is_found;
+    };
+
+    // clang-format off
+    static constexpr row rows[] = {
+        {&ka_time_zone::utc_,    0,              "UTC",  "",     no_rules,  false},
+        {&ka_time_zone::gmt_,    0,              "GMT",  "BST",  british,   true},
+        {&ka_time_zone::cet_,    hours(-1),      "CET",  "CEST", cet_1996,  true},
+        {&ka_time_zone::wet_,    0,              "WET",  "WEST", wet_1996,  false},
+        {&ka_time_zone::pwt_,    0,              "PWT",  "PST",  wet_1996,  false},
+        {&ka_time_zone::sast_,   hours(-2),      "SAST", "SADT", sast_1985, false},
+        {&ka_time_zone::hawt_,   hours(10),      "HST",  "",     no_rules,  false},
+        {&ka_time_zone::indt_,   hours(5),       "EST",  "",     no_rules,  false},
+        {&ka_time_zone::pst_,    hours(8),       "PST",  "PDT",  american,  true},
+        {&ka_time_zone::mst_,    hours(7),       "MST",  "MDT",  american,  true},
+        {&ka_time_zone::cst_,    hours(6),       "CST",  "CDT",  american,  true},
+        {&ka_time_zone::est_,    hours(5),       "EST",  "EDT",  american,  true},
+        {&ka_time_zone::ast_,    hours(4),       "AST",  "ADT",  american,  true},
+        {&ka_time_zone::nst_,    hours(3) + 1800,  "NST",  "NDT",  american,  true},
+        {&ka_time_zone::yst_,    hours(9),       "YST",  "YDT",  alaskan,   true},
+        {&ka_time_zone::ast_10_, hours(10),      "AST",  "ADT",  alaskan,   true},
+        {&ka_time_zone::ist_,    hours(-2),      "IST",  "IDT",  israeli,   true},
+    };
+    // clang-format on
+
+    static constexpr bool are_found_by_one_offset_each()
+    {
+        for (const row& one : rows)
+            for (const row& other : rows)
+                if (&one != &other && one.is_found && other.is_found && one.offset == other.offset)
+                    return false;
+        return true;
+    }
 };
-
-}
+static_assert(ka_access::catalogue::are_found_by_one_offset_each());
 
 ka_time_zone* ka_time_zone::utc_ = nullptr;
-ka_time_zone* ka_time_zone::gmt_ = nullptr;
-ka_time_zone* ka_time_zone::cet_ = nullptr;
-ka_time_zone* ka_time_zone::wet_ = nullptr;
-ka_time_zone* ka_time_zone::pwt_ = nullptr;
-ka_time_zone* ka_time_zone::sast_ = nullptr;
-ka_time_zone* ka_time_zone::hawt_ = nullptr;
-ka_time_zone* ka_time_zone::indt_ = nullptr;
-ka_time_zone* ka_time_zone::pst_ = nullptr;
-ka_time_zone* ka_time_zone::mst_ = nullptr;
-ka_time_zone* ka_time_zone::cst_ = nullptr;
-ka_time_zone* ka_time_zone::est_ = nullptr;
-ka_time_zone* ka_time_zone::ast_ = nullptr;
-ka_time_zone* ka_time_zone::nst_ = nullptr;
-ka_time_zone* ka_time_zone::yst_ = nullptr;
-ka_time_zone* ka_time_zone::ast_10_ = nullptr;
-ka_time_zone* ka_time_zone::ist_ = nullptr;
-
 const ka_time_zone& ka_time_zone::utc() noexcept { return *utc_; }
+
+ka_time_zone* ka_time_zone::gmt_ = nullptr;
 const ka_time_zone& ka_time_zone::greenwich() noexcept { return *gmt_; }
+
+ka_time_zone* ka_time_zone::cet_ = nullptr;
 const ka_time_zone& ka_time_zone::central_european() noexcept { return *cet_; }
+
+ka_time_zone* ka_time_zone::wet_ = nullptr;
 const ka_time_zone& ka_time_zone::western_european() noexcept { return *wet_; }
+
+ka_time_zone* ka_time_zone::pwt_ = nullptr;
 const ka_time_zone& ka_time_zone::portuguese() noexcept { return *pwt_; }
+
+ka_time_zone* ka_time_zone::sast_ = nullptr;
 const ka_time_zone& ka_time_zone::south_africa() noexcept { return *sast_; }
+
+ka_time_zone* ka_time_zone::hawt_ = nullptr;
 const ka_time_zone& ka_time_zone::hawaii() noexcept { return *hawt_; }
+
+ka_time_zone* ka_time_zone::indt_ = nullptr;
 const ka_time_zone& ka_time_zone::indiana() noexcept { return *indt_; }
+
+ka_time_zone* ka_time_zone::pst_ = nullptr;
 const ka_time_zone& ka_time_zone::pacific() noexcept { return *pst_; }
+
+ka_time_zone* ka_time_zone::mst_ = nullptr;
 const ka_time_zone& ka_time_zone::mountain() noexcept { return *mst_; }
+
+ka_time_zone* ka_time_zone::cst_ = nullptr;
 const ka_time_zone& ka_time_zone::central() noexcept { return *cst_; }
+
+ka_time_zone* ka_time_zone::est_ = nullptr;
 const ka_time_zone& ka_time_zone::eastern() noexcept { return *est_; }
+
+ka_time_zone* ka_time_zone::ast_ = nullptr;
 const ka_time_zone& ka_time_zone::atlantic() noexcept { return *ast_; }
+
+ka_time_zone* ka_time_zone::nst_ = nullptr;
 const ka_time_zone& ka_time_zone::newfoundland() noexcept { return *nst_; }
+
+ka_time_zone* ka_time_zone::yst_ = nullptr;
 const ka_time_zone& ka_time_zone::yukon() noexcept { return *yst_; }
+
+ka_time_zone* ka_time_zone::ast_10_ = nullptr;
 const ka_time_zone& ka_time_zone::aleutian() noexcept { return *ast_10_; }
+
+ka_time_zone* ka_time_zone::ist_ = nullptr;
 const ka_time_zone& ka_time_zone::israel() noexcept { return *ist_; }
 
 void ka_time_zone::create_zones()
 {
-    // In the order in which the zones are built.
-    const zone_row zone_table[] = {
-        {&utc_, 0, "UTC", "", no_rules},
-        {&gmt_, 0, "GMT", "BST", british},
-        {&cet_, hours(-1), "CET", "CEST", cet_1996},
-        {&wet_, 0, "WET", "WEST", wet_1996},
-        {&pwt_, 0, "PWT", "PST", wet_1996},
-        {&sast_, hours(-2), "SAST", "SADT", sast_1985},
-        {&hawt_, hours(10), "HST", "", no_rules},
-        {&indt_, hours(5), "EST", "", no_rules},
-        {&pst_, hours(8), "PST", "PDT", american},
-        {&mst_, hours(7), "MST", "MDT", american},
-        {&cst_, hours(6), "CST", "CDT", american},
-        {&est_, hours(5), "EST", "EDT", american},
-        {&ast_, hours(4), "AST", "ADT", american},
-        {&nst_, hours(3) + 30 * 60, "NST", "NDT", american},
-        {&yst_, hours(9), "YST", "YDT", alaskan},
-        {&ast_10_, hours(10), "AST", "ADT", alaskan},
-        {&ist_, hours(-2), "IST", "IDT", rule_list(israel_2007, israel_2001)},
-    };
-
     for (const point_row& row : point_table)
-        points[row.id] = make_point(row);
-    for (const zone_row& row : zone_table) {
+        made_points[row.id] = make_point(row);
+    for (const auto& row : ka_access::catalogue::rows) {
         *row.zone = new ka_time_zone(ka_time_period(row.offset), row.name, row.dst_name);
         for (const rule_id id : row.rules.rules)
             if (id != rule_count)
-                (*row.zone)->insert(made_rule(id));
+                (*row.zone)->insert(rule_of(id));
     }
 }
 
 void ka_time_zone::delete_zones() noexcept
 {
-    ka_time_zone** const zones[] = {&utc_, &gmt_, &cet_, &wet_, &pwt_, &sast_, &hawt_,   &indt_, &pst_,
-                                    &mst_, &cst_, &est_, &ast_, &nst_, &yst_,  &ast_10_, &ist_};
-    for (ka_time_zone** zone : zones)
-        release(*zone);
-    release(rules);
-    release(points);
+    for (const auto& row : ka_access::catalogue::rows)
+        release(*row.zone);
+    release(made_rules);
+    release(made_points);
 }
 
 ka_time_zone* ka_time_zone::find(ka_time_period offset, bool) noexcept
 {
-    // Of zones with one offset the first here is found, so not `indt_`, `wet_`
-    // or `sast_`.
-    ka_time_zone* const searched[] = {pst_, mst_,    cst_, est_, indt_, ast_, nst_,
-                                      yst_, ast_10_, cet_, gmt_, wet_,  ist_, sast_};
-    for (ka_time_zone* zone : searched)
-        if (zone->offset_ == offset)
-            return zone;
+    for (const auto& row : ka_access::catalogue::rows)
+        if (row.is_found && ka_time_period(row.offset) == offset)
+            return *row.zone;
     return nullptr;
 }

@@ -3,7 +3,7 @@
 
 #include <time/timedate.h>
 
-#include "reading.h"
+#include "clock/local_clock.h"
 #include "text/print_inline.h"
 
 /// Opens the texts that start has found.
@@ -37,10 +37,12 @@ std::string ka_time_and_date::formatted(const std::string& format, const unsigne
     return text_in(format, {{hour, minute, second, month, day}, microsecond, year, dst, 0, zone});
 }
 
-std::string ka_time_and_date::text_of(std::string_view format, const ka_time_and_date& value)
+namespace {
+
+std::string text_of(std::string_view format, const ka_time_and_date& value)
 {
-    const reading now = value.local();
-    const unsigned int second_of_day = now.time.second_of_day();
+    const clocks::reading now = clocks::local_reading(ka_access::instant(value), value.time_zone());
+    const auto second_of_day = static_cast<unsigned int>(ka_access::second_of_day(now.time));
     const unsigned int minute_of_day = second_of_day / 60;
     return text_in(format,
                    {{minute_of_day / 60, minute_of_day % 60, second_of_day % 60, now.day.month, now.day.day},
@@ -48,7 +50,9 @@ std::string ka_time_and_date::text_of(std::string_view format, const ka_time_and
                     static_cast<short>(now.day.year),
                     now.is_dst,
                     now.date.julian_day(),
-                    *value.zone_});
+                    value.time_zone()});
+}
+
 }
 
 std::string ka_time_and_date::to_string(const char* format) const

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "access.h"
 #include "platform.h"
 #include "release.h"
 #include "text/layouts.h"
@@ -65,16 +66,25 @@ std::tm pattern_probe()
 
 }
 
+/// The stages of a start.
+struct ka_access::statics : ka_time_and_date {
+    static void create_names();
+    static void create_default_formats();
+    static void create_patterns();
+    static void create_limits();
+    static void choose_default_zone();
+};
+
 void ka_time_and_date::initialize_statics()
 {
-    create_names();
-    create_default_formats();
-    create_patterns();
-    create_limits();
-    choose_default_zone();
+    ka_access::statics::create_names();
+    ka_access::statics::create_default_formats();
+    ka_access::statics::create_patterns();
+    ka_access::statics::create_limits();
+    ka_access::statics::choose_default_zone();
 }
 
-void ka_time_and_date::create_names()
+void ka_access::statics::create_names()
 {
     std::tm probe = name_probe();
     for (int month = 0; month < 12; ++month) {
@@ -95,14 +105,14 @@ void ka_time_and_date::create_names()
     bc_name_ = new std::string("B.C.");
 }
 
-void ka_time_and_date::create_default_formats()
+void ka_access::statics::create_default_formats()
 {
     default_time_format_ = new std::string("%H:%M:%S:%q");
     default_date_format_ = new std::string("%x");
     default_time_and_date_format_ = new std::string("%x %H:%M:%S:%q");
 }
 
-void ka_time_and_date::create_patterns()
+void ka_access::statics::create_patterns()
 {
     locale_layouts layouts = {{decode("%c"), decode("%x"), decode("%X")}};
     layouts.end_circles();
@@ -111,7 +121,7 @@ void ka_time_and_date::create_patterns()
     format_time_ = new std::string(layouts.texts[2]);
 }
 
-void ka_time_and_date::create_limits()
+void ka_access::statics::create_limits()
 {
     min_time_ = new ka_time(0);
     max_time_ = new ka_time(23, 59, 59, 999999);
@@ -120,7 +130,7 @@ void ka_time_and_date::create_limits()
     max_date_ = new ka_date(12, 31, 32766);
 }
 
-void ka_time_and_date::choose_default_zone()
+void ka_access::statics::choose_default_zone()
 {
     platform::read_time_zone();
     const platform::machine_zone machine = platform::read_machine_zone();

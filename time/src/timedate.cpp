@@ -2,8 +2,9 @@
 
 #include <ostream>
 
+#include "clock/local_clock.h"
+#include "clock/setting.h"
 #include "platform.h"
-#include "reading.h"
 #include "throw.h"
 
 namespace {
@@ -14,6 +15,38 @@ constexpr int epoch_day = 2440588;
 constexpr ka_time_period midnight_of(int julian_day) { return ka_time_period(julian_day * 86400ll); }
 
 constexpr ka_time_period epoch = midnight_of(epoch_day);
+
+[[gnu::always_inline]] inline std::tm fields_of(const clocks::reading& local)
+{
+    std::tm fields = {};
+    const int second_of_day = ka_access::second_of_day(local.time);
+    const int minute_of_day = second_of_day / 60;
+    const int julian_day = local.date.julian_day();
+    fields.tm_sec = second_of_day % 60;
+    fields.tm_min = minute_of_day % 60;
+    fields.tm_hour = minute_of_day / 60;
+    fields.tm_mday = static_cast<int>(local.day.day);
+    fields.tm_mon = static_cast<int>(local.day.month) - 1;
+    fields.tm_year = local.day.year - 1900;
+    fields.tm_wday = static_cast<int>(ka_access::modulo_7(static_cast<unsigned int>(julian_day) + 1));
+    fields.tm_yday = julian_day - ka_access::day_number(1, 1, local.day.astronomical_year);
+    fields.tm_isdst = local.is_dst;
+    return fields;
+}
+
+/// Takes the machine's wall clock for the local one; returns the local date.
+ka_date set_to_present(ka_time_and_date& moment)
+{
+    const platform::wall_clock clock = platform::read_wall_clock();
+    const ka_date date = ka_access::date_of(clock.local);
+    const ka_time time(clock.since_midnight());
+    ka_time_period instant;
+    const bool is_dst = clocks::set_local(instant, time, date, moment.time_zone()).is_dst;
+    moment.utc_time_and_date(instant);
+    // With no rule in effect the standard clock shows what was read, and asking
+    // again would be to ask the same.
+    return is_dst ? moment.date() : date;
+}
 
 }
 
@@ -63,25 +96,9 @@ ka_time_and_date& ka_time_and_date::operator=(const std::tm& fields)
     return *this;
 }
 
-void ka_time_and_date::time_and_date(const ka_time& time, const ka_date& date) { set_local(time, date); }
-
-[[gnu::always_inline]] inline const ka_time_zone_rule* ka_time_and_date::set_local(const ka_time& time,
-                                                                                   const ka_date& date)
+void ka_time_and_date::time_and_date(const ka_time& time, const ka_date& date)
 {
-    utc_time_and_date(time, date);
-    const ka_time_zone_rule* const rule = zone_->rule_at(time, date);
-    const ka_time_period& offset = zone_->offset_;
-    constexpr ka_time_period none;
-    const ka_time_period adjustment = rule != nullptr ? rule->adjustment() : none;
-    // Whole seconds that leave the instant at or above zero carry nothing.
-    const long long seconds = ka_time_period::wrapping_difference(
-        ka_time_period::wrapping_sum(instant_.seconds_, offset.seconds_), adjustment.seconds_);
-    if (offset.microseconds_ == 0 && adjustment.microseconds_ == 0 && seconds >= 0 &&
-        instant_.microseconds_ >= 0) [[likely]]
-        instant_.seconds_ = seconds;
-    else
-        instant_ += rule != nullptr ? offset - adjustment : offset;
-    return rule;
+    clocks::set_local(instant_, time, date, *zone_);
 }
 
 void ka_time_and_date::time_and_date(const ka_time& time, const ka_date& date, const ka_time_zone& zone)
@@ -119,125 +136,40 @@ void ka_time_and_date::date(const ka_date& date) { time_and_date(std_time(), dat
 
 void ka_time_and_date::utc_time_and_date(const ka_time& time, const ka_date& date) noexcept
 {
-    const ka_time_period midnight = midnight_of(date.julian_day());
-    const ka_time_period since_midnight = time;
-    if (midnight.seconds_ >= 0) [[likely]]
-        instant_ = ka_time_period::unchecked(midnight.seconds_ + since_midnight.seconds_,
-                                             since_midnight.microseconds_);
-    else
-        instant_ = midnight + since_midnight;
+    instant_ = clocks::universal_instant(time, date);
 }
 
 void ka_time_and_date::utc_time_and_date(const ka_time_period& period) noexcept { instant_ = period; }
 
-ka_date ka_time_and_date::moved_date(const ka_time_period& adjustment) const
-{
-    return ka_date(instant_ - zone_->offset_ + adjustment);
-}
+ka_time ka_time_and_date::time() const { return clocks::local_time(instant_, *zone_); }
 
-ka_time_and_date::reading ka_time_and_date::irregular_local() const
-{
-    const ka_time_zone_rule* const rule = zone_->rule(std_time(), std_date());
-    if (rule != nullptr)
-        return moved_local(rule->adjustment());
-    const ka_date date = std_date();
-    return {std_time(), date, ka_date::split(date.julian_day()), false};
-}
-
-ka_time_and_date::reading ka_time_and_date::moved_local(const ka_time_period& adjustment) const
-{
-    const ka_date date = moved_date(adjustment);
-    return {std_time() + adjustment, date, ka_date::split(date.julian_day()), true};
-}
-
-ka_time ka_time_and_date::time() const
-{
-    long long seconds = 0;
-    if (!is_regular(seconds)) [[unlikely]] {
-        const ka_time_zone_rule* const rule = zone_->rule(std_time(), std_date());
-        return rule == nullptr ? std_time() : std_time() + rule->adjustment();
-    }
-    const ka_time time = regular_time(seconds);
-    const ka_date date = regular_date(seconds);
-    const ka_time_zone_rule* const rule = zone_->rule_at(time, date);
-    if (rule == nullptr)
-        return time;
-    if (stays_in_day(time, rule->adjustment())) [[likely]]
-        return moved_in_day(time, rule->adjustment());
-    return time + rule->adjustment();
-}
-
-ka_date ka_time_and_date::date() const
-{
-    long long seconds = 0;
-    if (!is_regular(seconds)) [[unlikely]]
-        return irregular_local().date;
-    const ka_time time = regular_time(seconds);
-    const ka_date date = regular_date(seconds);
-    const ka_time_zone_rule* const rule = zone_->rule_at(time, date);
-    if (rule == nullptr || stays_in_day(time, rule->adjustment())) [[likely]]
-        return date;
-    return moved_date(rule->adjustment());
-}
+ka_date ka_time_and_date::date() const { return clocks::local_date(instant_, *zone_); }
 
 ka_time ka_time_and_date::std_time() const { return ka_time(instant_ - zone_->offset_); }
 
-ka_date ka_time_and_date::std_date() const { return ka_date(instant_ - zone_->offset_); }
+ka_date ka_time_and_date::std_date() const { return ka_access::date_of(instant_ - zone_->offset_); }
 
 ka_time ka_time_and_date::utc_time() const noexcept { return ka_time(instant_); }
 
-ka_date ka_time_and_date::utc_date() const { return ka_date(instant_); }
+ka_date ka_time_and_date::utc_date() const { return ka_access::date_of(instant_); }
 
-bool ka_time_and_date::is_dst() const
-{
-    long long seconds = 0;
-    if (!is_regular(seconds)) [[unlikely]]
-        return zone_->rule(std_time(), std_date()) != nullptr;
-    return zone_->rule_at(regular_time(seconds), regular_date(seconds)) != nullptr;
-}
+bool ka_time_and_date::is_dst() const { return clocks::is_dst(instant_, *zone_); }
 
-ka_time_and_date::operator std::tm() const
-{
-    const reading now = local();
-    std::tm fields = {};
-    const unsigned int second_of_day = now.time.second_of_day();
-    const unsigned int minute_of_day = second_of_day / 60;
-    fields.tm_sec = static_cast<int>(second_of_day % 60);
-    fields.tm_min = static_cast<int>(minute_of_day % 60);
-    fields.tm_hour = static_cast<int>(minute_of_day / 60);
-    fields.tm_mday = static_cast<int>(now.day.day);
-    fields.tm_mon = static_cast<int>(now.day.month) - 1;
-    fields.tm_year = now.day.year - 1900;
-    fields.tm_wday =
-        static_cast<int>(ka_date::modulo_7(static_cast<unsigned int>(now.date.julian_day()) + 1));
-    fields.tm_yday = now.date.julian_day() - ka_date::day_number(1, 1, now.day.astronomical_year);
-    fields.tm_isdst = now.is_dst;
-    return fields;
-}
+ka_time_and_date::operator std::tm() const { return fields_of(clocks::local_reading(instant_, *zone_)); }
 
 ka_time_and_date ka_time_and_date::now_if_available()
 {
     ka_time_and_date moment;
-    moment.read_clock();
+    set_to_present(moment);
     return moment;
 }
 
 ka_time_and_date ka_time_and_date::now()
 {
     ka_time_and_date moment;
-    if (moment.read_clock() == min_date())
+    if (set_to_present(moment) == min_date())
         throw_error(error_code::failure, {__FILE__, __LINE__}, "Could not determine current time and date");
     return moment;
-}
-
-ka_date ka_time_and_date::read_clock()
-{
-    const platform::wall_clock clock = platform::read_wall_clock();
-    const ka_date date(clock.local);
-    const bool is_dst = set_local(ka_time(clock.since_midnight()), date) != nullptr;
-    // With no rule in effect the standard clock shows what was read, and asking
-    // again would be to ask the same.
-    return is_dst ? this->date() : date;
 }
 
 void ka_time_and_date::print(std::ostream& stream) const { stream << to_string(nullptr); }

@@ -4,7 +4,13 @@
 #include <charconv>
 #include <ostream>
 
-#include "rule_lookup.h"
+#include "rules/effect.h"
+
+namespace {
+
+constexpr int max_rules = 7;
+
+}
 
 ka_time_zone::ka_time_zone(const ka_time_period& offset) : ka_time_zone(offset, "GMT") {}
 
@@ -28,7 +34,8 @@ bool ka_time_zone::insert(ka_time_zone_rule& rule) noexcept
     std::move_backward(place, end, end + 1);
     *place = &rule;
     ++count_;
-    all_simple_ = all_simple_ && ka_rule_check::is_simple(rule);
+    if (!rules::is_simple(rule))
+        kind_ = rule_kind::user_defined;
     return true;
 }
 
@@ -39,15 +46,8 @@ const ka_time_zone_rule* ka_time_zone::rule(int index) const noexcept
 
 const ka_time_zone_rule* ka_time_zone::rule(const ka_time& time, const ka_date& date) const
 {
-    return rule_at(time, date);
-}
-
-const ka_time_zone_rule* ka_time_zone::rule_by_asking(const ka_time& time, const ka_date& date) const
-{
-    for (int slot = 0; slot < count_; ++slot)
-        if (rule(slot)->is_in_effect(time, date))
-            return rule(slot);
-    return nullptr;
+    rules::known_date known;
+    return rules::find_rule(*this, time, date, known);
 }
 
 ka_time_period ka_time_zone::offset(const ka_time& time, const ka_date& date) const

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <time/date.h>
+#include <time/time_of_day.h>
+#include <time/timedate.h>
+#include <time/tperiod.h>
+#include <time/zone.h>
+
+/// What the library opens to itself in its classes; this list is all of it.
+struct ka_access {
+    // Values of numbers that are known to be right, and the numbers in values.
+
+    static constexpr ka_time_period period(long long seconds, int microseconds) noexcept
+    {
+        return ka_time_period::unchecked(seconds, microseconds);
+    }
+    static constexpr long long seconds(const ka_time_period& period) noexcept { return period.seconds_; }
+    static constexpr ka_time time(int second_of_day, int microsecond) noexcept
+    {
+        return ka_time::unchecked(second_of_day, microsecond);
+    }
+    static constexpr int second_of_day(const ka_time& time) noexcept
+    {
+        return static_cast<int>(time.second_of_day());
+    }
+    static constexpr ka_date date(int julian_day) noexcept { return ka_date::unchecked(julian_day); }
+    /// The date of the whole days from day number 0, or `invalid_day`.
+    static constexpr ka_date date_of(const ka_time_period& since_day_zero) { return ka_date(since_day_zero); }
+    /// The date of a record, or `invalid_date`.
+    static ka_date date_of(const std::tm& fields) { return ka_date(fields); }
+
+    // The arithmetic of the calendar.
+
+    using date_parts = ka_date::parts;
+    static constexpr date_parts split(int julian_day) noexcept { return ka_date::split(julian_day); }
+    static constexpr int day_number(unsigned int month, int day, int astronomical_year) noexcept
+    {
+        return ka_date::day_number(static_cast<unsigned short>(month), static_cast<unsigned short>(day),
+                                   astronomical_year);
+    }
+    static constexpr int month_length(unsigned int month, int year) noexcept
+    {
+        return ka_date::month_length(static_cast<unsigned short>(month), static_cast<short>(year));
+    }
+    static constexpr int nth_weekday(int first, int end, int which, unsigned short weekday) noexcept
+    {
+        return ka_date::nth_weekday_between(first, end, which, weekday);
+    }
+    static constexpr unsigned int modulo_7(unsigned int number) noexcept { return ka_date::modulo_7(number); }
+
+    // Zones.
+
+    using rule_kind = ka_time_zone::rule_kind;
+    static const ka_time_period& offset(const ka_time_zone& zone) noexcept { return zone.offset_; }
+    static rule_kind kind(const ka_time_zone& zone) noexcept { return zone.kind_; }
+    static int rule_count(const ka_time_zone& zone) noexcept { return zone.count_; }
+    /// The rules in their slots, as many as the zone has.
+    static const ka_time_zone_rule* const* rules(const ka_time_zone& zone) noexcept { return zone.rules_; }
+    struct catalogue;
+
+    // Moments.
+
+    struct statics;
+    static const ka_time_period& instant(const ka_time_and_date& moment) noexcept { return moment.instant_; }
+};
