@@ -116,7 +116,9 @@ TEST(date, moves_by_whole_days_and_leaves_the_range_by_single_steps_only)
 
 TEST(date, names_and_their_numbers)
 {
-    const auto check = [](const std::string& name, u16 number, auto full, auto abbreviation, auto index) {
+    using name_of = const std::string& (*)(u16);
+    const auto check = [](const std::string& name, u16 number, name_of full, name_of abbreviation,
+                          auto index) {
         SCOPED_TRACE(name);
         std::string swapped = name;
         for (char& letter : swapped)

@@ -18,7 +18,7 @@ using namespace std::chrono;
 
 namespace {
 
-constexpr const char* source = "time/chrono";
+constexpr const char* source = "time/src/chrono";
 const ka_date first_date(38);
 const ka_date last_date(13688960);
 
@@ -56,8 +56,8 @@ std::size_t hash_of(const Value& value)
 
 static_assert(std::ranges::view<ka_days> && std::ranges::random_access_range<const ka_days> &&
               std::ranges::sized_range<ka_days> && std::ranges::borrowed_range<ka_days>);
-static_assert(to_ka_date(2024y / February / last) == ka_date(2, 29, 2024));
-static_assert(to_microseconds(ka_time_period(0, 1, 30, 0, 7)).count() == 5400000007);
+static_assert(ka_to_date(2024y / February / last) == ka_date(2, 29, 2024));
+static_assert(ka_to_microseconds(ka_time_period(0, 1, 30, 0, 7)).count() == 5400000007);
 
 TEST(insertion, is_that_of_the_text)
 {
@@ -82,58 +82,59 @@ TEST(chrono_header, dates_of_all_the_range)
         const ka_date date(day);
         const sys_days expected{days(day - 2440588)};
         const year_month_day fields(expected);
-        ASSERT_EQ(to_sys_days(date), expected);
-        ASSERT_EQ(to_year_month_day(date), fields);
-        ASSERT_EQ(to_ka_date(expected), date);
-        ASSERT_EQ(to_ka_date(fields), date);
-        ASSERT_EQ(to_chrono_weekday(date.weekday()), weekday(expected));
-        ASSERT_EQ(to_ka_weekday(weekday(expected)), date.weekday());
+        ASSERT_EQ(ka_to_sys_days(date), expected);
+        ASSERT_EQ(ka_to_year_month_day(date), fields);
+        ASSERT_EQ(ka_to_date(expected), date);
+        ASSERT_EQ(ka_to_date(fields), date);
+        ASSERT_EQ(ka_to_chrono_weekday(date.weekday()), weekday(expected));
+        ASSERT_EQ(ka_to_weekday(weekday(expected)), date.weekday());
     }
-    EXPECT_EQ(to_ka_date(year(-4712) / 1 / 1), first_date);
-    EXPECT_EQ(to_ka_date(year(0) / December / 31) + ka_time_period(1, 0, 0, 0), ka_date(1, 1, 1));
+    EXPECT_EQ(ka_to_date(year(-4712) / 1 / 1), first_date);
+    EXPECT_EQ(ka_to_date(year(0) / December / 31) + ka_time_period(1, 0, 0, 0), ka_date(1, 1, 1));
 }
 
 TEST(chrono_header, refuses_what_the_other_side_lacks)
 {
-    expect_error("invalid_day", "37", "time/src/date", [] { to_ka_date(to_sys_days(first_date) - days(1)); });
-    EXPECT_THROW(to_ka_date(sys_days(days(std::numeric_limits<days::rep>::max()))), ka_time_varnel_error);
+    expect_error("invalid_day", "37", "time/src/date",
+                 [] { ka_to_date(ka_to_sys_days(first_date) - days(1)); });
+    EXPECT_THROW(ka_to_date(sys_days(days(std::numeric_limits<days::rep>::max()))), ka_time_varnel_error);
     expect_error("invalid_date", "Month( 2 ), day( 30 ), year( 2024 )", "time/src/date",
-                 [] { to_ka_date(2024y / 2 / 30); });
+                 [] { ka_to_date(2024y / 2 / 30); });
     expect_error("invalid_date", "Month( 12 ), day( 31 ), year( -4714 )", "time/src/date",
-                 [] { to_ka_date(year(-4713) / 12 / 31); });
+                 [] { ka_to_date(year(-4713) / 12 / 31); });
     for (const int beyond : {32767, -32767})
-        EXPECT_THROW(to_ka_date(year(beyond) / 1 / 1), ka_time_varnel_error);
-    expect_error("invalid_weekday", "0", source, [] { to_chrono_weekday(0); });
-    expect_error("invalid_weekday", "8", source, [] { to_ka_weekday(weekday(8)); });
-    expect_error("invalid_time", "86400 seconds", source, [] { to_ka_time(hh_mm_ss(24h)); });
+        EXPECT_THROW(ka_to_date(year(beyond) / 1 / 1), ka_time_varnel_error);
+    expect_error("invalid_weekday", "0", source, [] { ka_to_chrono_weekday(0); });
+    expect_error("invalid_weekday", "8", source, [] { ka_to_weekday(weekday(8)); });
+    expect_error("invalid_time", "86400 seconds", source, [] { ka_to_time(hh_mm_ss(24h)); });
     expect_error("invalid_time", "18446744073710 seconds", source,
-                 [] { to_ka_time(hh_mm_ss(18446744073710s)); });
-    expect_error("invalid_time", "-0.000001 seconds", source, [] { to_ka_time(hh_mm_ss(-1us)); });
+                 [] { ka_to_time(hh_mm_ss(18446744073710s)); });
+    expect_error("invalid_time", "-0.000001 seconds", source, [] { ka_to_time(hh_mm_ss(-1us)); });
     for (const int sign : {1, -1})
         expect_error("invalid_time_period",
                      (sign < 0 ? "-" : "") + std::string("9223372036854.775809 seconds"), source,
-                     [&] { to_microseconds(sign * ka_time_period(9223372036854, 775809)); });
+                     [&] { ka_to_microseconds(sign * ka_time_period(9223372036854, 775809)); });
     expect_error("invalid_time_period", "9223372036854775807 seconds", source,
-                 [] { to_microseconds(ka_time_period(LLONG_MAX)); });
+                 [] { ka_to_microseconds(ka_time_period(LLONG_MAX)); });
 }
 
 TEST(chrono_header, durations_times_and_moments)
 {
     for (const long long count : {0ll, 1ll, -1ll, 86399999999ll, -86400000001ll, LLONG_MAX, LLONG_MIN}) {
         const microseconds duration(count);
-        ASSERT_EQ(to_microseconds(to_ka_time_period(duration)), duration);
-        const ka_time_and_date moment = to_ka_time_and_date(sys_time<microseconds>(duration));
-        EXPECT_EQ(moment, ka_time_and_date() + to_ka_time_period(duration));
-        EXPECT_EQ(to_sys_time(moment).time_since_epoch(), duration);
+        ASSERT_EQ(ka_to_microseconds(ka_to_time_period(duration)), duration);
+        const ka_time_and_date moment = ka_to_time_and_date(sys_time<microseconds>(duration));
+        EXPECT_EQ(moment, ka_time_and_date() + ka_to_time_period(duration));
+        EXPECT_EQ(ka_to_sys_time(moment).time_since_epoch(), duration);
     }
-    EXPECT_EQ(to_ka_time_period(-1500ms), ka_time_period(-1, -500000));
-    const auto time = to_hh_mm_ss(ka_time(23, 59, 58, 7));
+    EXPECT_EQ(ka_to_time_period(-1500ms), ka_time_period(-1, -500000));
+    const auto time = ka_to_hh_mm_ss(ka_time(23, 59, 58, 7));
     EXPECT_EQ(time.hours(), 23h);
     EXPECT_EQ(time.minutes(), 59min);
     EXPECT_EQ(time.seconds(), 58s);
-    EXPECT_EQ(to_ka_time(time), ka_time(23, 59, 58, 7));
-    EXPECT_EQ(to_ka_time(hh_mm_ss(0s)), ka_time(0, 0, 0));
-    const auto july_4 = to_ka_time_and_date(sys_days(2024y / 7 / 4) + 16h, ka_time_zone::eastern());
+    EXPECT_EQ(ka_to_time(time), ka_time(23, 59, 58, 7));
+    EXPECT_EQ(ka_to_time(hh_mm_ss(0s)), ka_time(0, 0, 0));
+    const auto july_4 = ka_to_time_and_date(sys_days(2024y / 7 / 4) + 16h, ka_time_zone::eastern());
     EXPECT_EQ(july_4.time(), ka_time(12, 0, 0));
 }
 
@@ -156,7 +157,7 @@ TEST(days, are_both_ends_and_all_between)
     EXPECT_EQ(*--past, ka_date(12, 31, 2024));
     EXPECT_EQ(past - at, 365);
     EXPECT_GT(past, at);
-    EXPECT_EQ(to_ka_date(2024y / February / std::chrono::last), ka_date(2, 29, 2024));
+    EXPECT_EQ(ka_to_date(2024y / February / std::chrono::last), ka_date(2, 29, 2024));
     EXPECT_TRUE(ka_days(last_date, first_date).empty());
 }
 

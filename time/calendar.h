@@ -16,6 +16,7 @@
 /// formula (any other `week`), which goes by month, week and weekday.
 /// Failure: constructors and setters test in the order of their arguments and
 /// throw before they store. Only `date` finds out whether a year has the day.
+/// Numbers: of any integer type, checked as they were given.
 /// Threads: a plain value.
 class KA_TIME_VARNEL_API ka_calendar_date {
 public:
@@ -24,11 +25,15 @@ public:
     /// A fixed day: `when` not negative (`invalid_time_period`), month 1 to 12
     /// (`invalid_month`), day 1 to 31 (`invalid_day`), also in a short month.
     constexpr ka_calendar_date(const ka_time_period& when, unsigned short month, unsigned short day);
+    template <ka_integer Month, ka_integer Day>
+    constexpr ka_calendar_date(const ka_time_period& when, Month month, Day day);
 
     /// A weekday of a month: `when` not negative (`invalid_time_period`), month
     /// 1 to 12 (`invalid_month`), weekday 1 to 7 (`invalid_weekday`).
     constexpr ka_calendar_date(const ka_time_period& when, unsigned short month, ka_which_one week,
                                unsigned short weekday);
+    template <ka_integer Month, ka_integer Weekday>
+    constexpr ka_calendar_date(const ka_time_period& when, Month month, ka_which_one week, Weekday weekday);
 
     constexpr ka_calendar_date(const ka_calendar_date&) noexcept = default;
     constexpr ka_calendar_date& operator=(const ka_calendar_date&) noexcept = default;
@@ -40,6 +45,8 @@ public:
     /// `invalid_week` (a fifth Sunday); at the ends of the range a weekday can
     /// throw `invalid_day`, as the constructor of `ka_date` tells.
     constexpr ka_date date(short year) const;
+    template <ka_integer Year>
+    constexpr ka_date date(Year year) const;
 
     /// `when` as a time of day, modulo a day: 25 hours give 01:00.
     constexpr ka_time time() const noexcept { return ka_time(when_); }
@@ -57,11 +64,20 @@ public:
 
     constexpr void when(const ka_time_period& when) { when_ = checked_when(when); }
     constexpr void month(unsigned short month) { month_ = checked_month(month); }
+    template <ka_integer Month>
+    constexpr void month(Month month)
+    {
+        month_ = checked_month(month);
+    }
     /// Makes the form absolute. A day above 31 throws `invalid_day`; 0 is
     /// stored, and has no date in any year.
     constexpr void day(unsigned short day);
+    template <ka_integer Day>
+    constexpr void day(Day day);
     /// Makes the form that of `week`. A weekday outside 1 to 7 throws `invalid_weekday`.
     constexpr void weekday(ka_which_one week, unsigned short weekday);
+    template <ka_integer Weekday>
+    constexpr void weekday(ka_which_one week, Weekday weekday);
 
 protected:
     constexpr bool is_absolute() const noexcept { return week_ == ka_none; }
@@ -69,13 +85,19 @@ protected:
 
 private:
     static constexpr const ka_time_period& checked_when(const ka_time_period& when);
-    static constexpr unsigned short checked_month(unsigned short month);
-    static constexpr unsigned short checked_weekday(unsigned short weekday);
+    template <ka_integer Month>
+    static constexpr unsigned short checked_month(Month month);
+    template <ka_integer Day>
+    static constexpr unsigned short checked_day(long long lowest, Day day);
+    template <ka_integer Weekday>
+    static constexpr unsigned short checked_weekday(Weekday weekday);
+
+    using given = ka_integers::given;
     [[noreturn]] static void refuse_when(const ka_time_period& when);
-    [[noreturn]] static void refuse_month(unsigned short month);
-    [[noreturn]] static void refuse_day(unsigned short day);
-    [[noreturn]] static void refuse_weekday(unsigned short weekday);
-    [[noreturn]] static void refuse_year(short year);
+    [[noreturn]] static void refuse_month(given month);
+    [[noreturn]] static void refuse_day(given day);
+    [[noreturn]] static void refuse_weekday(given weekday);
+    [[noreturn]] static void refuse_year(given year);
 
     ka_time_period when_;
     unsigned short month_;

@@ -7,10 +7,9 @@
 #include <cstddef>
 #include <iterator>
 #include <ranges>
-#include <string>
 
 #include <time/date.h>
-#include <time/error.h>
+#include <time/export.h>
 #include <time/time_of_day.h>
 #include <time/timedate.h>
 #include <time/tperiod.h>
@@ -21,13 +20,13 @@
 ///     #include <time/chrono.h>
 ///     using namespace std::chrono;
 ///
-///     to_ka_date(2024y / July / 4).weekday();                             // 5, a Thursday
-///     to_year_month_day(ka_date(3, 15, -44)) == -43y / March / 15;        // true
-///     to_microseconds(ka_time_period(90)).count();                        // 90000000
+///     ka_to_date(2024y / July / 4).weekday();                             // 5, a Thursday
+///     ka_to_year_month_day(ka_date(3, 15, -44)) == -43y / March / 15;        // true
+///     ka_to_microseconds(ka_time_period(90)).count();                        // 90000000
 ///
 ///     auto now = floor<microseconds>(system_clock::now());
-///     ka_time_and_date here = to_ka_time_and_date(now, ka_time_zone::eastern());
-///     to_sys_time(here) == now;                                           // true
+///     ka_time_and_date here = ka_to_time_and_date(now, ka_time_zone::eastern());
+///     ka_to_sys_time(here) == now;                                           // true
 ///
 ///     int fridays = 0;
 ///     for (ka_date day : ka_days(ka_date(7, 1, 2024), ka_date(7, 31, 2024)))
@@ -52,81 +51,72 @@
 /// Failure: `ka_time_varnel_error` with the code named above.
 /// Constant expressions: all but what has a moment in it.
 
-/// The day number of 1 January 1970, from which chrono counts.
-inline constexpr int ka_chrono_epoch = 2440588;
+// Refused values: the library throws, so that a host can be built without exceptions.
 
-/// The codes of what is refused here.
-enum class ka_chrono_refusal : int { invalid_time = 1, invalid_time_period = 2, invalid_weekday = 5 };
-
-/// Throws the error of a code, in the library's words.
-[[noreturn]] inline void ka_chrono_refuse(ka_chrono_refusal refusal, const std::string& shown, int line)
-{
-    const int code = static_cast<int>(refusal);
-    const std::string text = std::string(ka_time_varnel_error::symbol(code)) + ": " + shown +
-                             " [time/chrono:" + std::to_string(line) + "]";
-    throw ka_time_varnel_error(code, text.c_str());
-}
+[[noreturn]] KA_TIME_VARNEL_API void ka_refuse_chrono_weekday(ka_integers::given weekday);
+[[noreturn]] KA_TIME_VARNEL_API void ka_refuse_chrono_period(const ka_time_period& period);
+[[noreturn]] KA_TIME_VARNEL_API void ka_refuse_chrono_time(const ka_time_period& since_midnight);
 
 // Dates.
 
 /// A date that was stepped out of its range is taken as its day number says.
-constexpr std::chrono::sys_days to_sys_days(const ka_date& date) noexcept
+constexpr std::chrono::sys_days ka_to_sys_days(const ka_date& date) noexcept
 {
-    return std::chrono::sys_days(std::chrono::days(date.julian_day() - ka_chrono_epoch));
+    return std::chrono::sys_days(std::chrono::days(date.julian_day() - ka_gregorian::unix_epoch));
 }
 
 /// A day from 1 January -4713 to 31 December 32766, else `invalid_day`.
-constexpr ka_date to_ka_date(std::chrono::sys_days day)
+constexpr ka_date ka_to_date(std::chrono::sys_days day)
 {
     // A sum beyond 64 bits wraps to a number that is out of the range as well.
     return ka_date(static_cast<long long>(static_cast<unsigned long long>(day.time_since_epoch().count()) +
-                                          ka_chrono_epoch));
+                                          ka_gregorian::unix_epoch));
 }
 
-constexpr std::chrono::year_month_day to_year_month_day(const ka_date& date) noexcept
+constexpr std::chrono::year_month_day ka_to_year_month_day(const ka_date& date) noexcept
 {
     unsigned short month = 0;
     unsigned short day = 0;
     short year = 0;
     ka_date::calc_calendar_date(date.julian_day(), &month, &day, &year);
-    return {std::chrono::year(year < 0 ? year + 1 : year), std::chrono::month(month), std::chrono::day(day)};
+    return {std::chrono::year(ka_gregorian::to_astronomical(year)), std::chrono::month(month),
+            std::chrono::day(day)};
 }
 
 /// A day that the calendar has, else `invalid_date`: 30 February does not run
 /// on into March.
-constexpr ka_date to_ka_date(const std::chrono::year_month_day& date)
+constexpr ka_date ka_to_date(const std::chrono::year_month_day& date)
 {
-    const int year = static_cast<int>(date.year());
-    return ka_date(static_cast<unsigned short>(static_cast<unsigned int>(date.month())),
-                   static_cast<unsigned short>(static_cast<unsigned int>(date.day())),
-                   static_cast<short>(year > 0 ? year : year - 1));
+    return ka_date(static_cast<unsigned int>(date.month()), static_cast<unsigned int>(date.day()),
+                   ka_gregorian::from_astronomical(static_cast<int>(date.year())));
 }
-constexpr ka_date to_ka_date(const std::chrono::year_month_day_last& date)
+constexpr ka_date ka_to_date(const std::chrono::year_month_day_last& date)
 {
-    return to_ka_date(std::chrono::year_month_day(date));
+    return ka_to_date(std::chrono::year_month_day(date));
 }
 
-// Weekdays, by number. That of a date is `std::chrono::weekday(to_sys_days(date))`.
+// Weekdays, by number. That of a date is `std::chrono::weekday(ka_to_sys_days(date))`.
 
 /// 1 (Sunday) to 7 (Saturday), else `invalid_weekday`.
-constexpr std::chrono::weekday to_chrono_weekday(unsigned short weekday)
+template <ka_integer Weekday>
+constexpr std::chrono::weekday ka_to_chrono_weekday(Weekday weekday)
 {
     if (!ka_date::is_weekday(weekday))
-        ka_chrono_refuse(ka_chrono_refusal::invalid_weekday, std::to_string(weekday), __LINE__);
-    return std::chrono::weekday(weekday - 1u);
+        ka_refuse_chrono_weekday(weekday);
+    return std::chrono::weekday(static_cast<unsigned int>(weekday) - 1);
 }
 
 /// 1 (Sunday) to 7 (Saturday). One that is not `ok()` throws `invalid_weekday`.
-constexpr unsigned short to_ka_weekday(std::chrono::weekday weekday)
+constexpr unsigned short ka_to_weekday(std::chrono::weekday weekday)
 {
     if (!weekday.ok())
-        ka_chrono_refuse(ka_chrono_refusal::invalid_weekday, std::to_string(weekday.c_encoding()), __LINE__);
+        ka_refuse_chrono_weekday(weekday.c_encoding());
     return static_cast<unsigned short>(weekday.c_encoding() + 1);
 }
 
 // Durations.
 
-constexpr ka_time_period to_ka_time_period(std::chrono::microseconds period) noexcept
+constexpr ka_time_period ka_to_time_period(std::chrono::microseconds period) noexcept
 {
     constexpr long long million = 1000000;
     ka_time_period result(period.count() / million);
@@ -136,38 +126,35 @@ constexpr ka_time_period to_ka_time_period(std::chrono::microseconds period) noe
 
 /// A period whose microseconds 64 bits hold, some 292,000 years either way; else
 /// `invalid_time_period`. A time of day goes in too, as the period since midnight.
-constexpr std::chrono::microseconds to_microseconds(const ka_time_period& period)
+constexpr std::chrono::microseconds ka_to_microseconds(const ka_time_period& period)
 {
     constexpr std::chrono::microseconds lowest = std::chrono::microseconds::min();
     constexpr std::chrono::microseconds highest = std::chrono::microseconds::max();
-    if (period < to_ka_time_period(lowest) || period > to_ka_time_period(highest))
-        ka_chrono_refuse(ka_chrono_refusal::invalid_time_period, period.to_string(), __LINE__);
-    // Days first: of all the seconds a period tells 32 bits only.
-    const ka_time_period rest = period - ka_time_period(period.to_days(), 0, 0, 0);
-    const long long seconds = period.to_days() * 86400ll + rest.to_seconds();
-    return std::chrono::microseconds(seconds * 1000000 + rest.microseconds());
+    if (period < ka_to_time_period(lowest) || period > ka_to_time_period(highest))
+        ka_refuse_chrono_period(period);
+    return std::chrono::microseconds(period.whole_seconds() * 1000000 + period.microseconds());
 }
 
 // Times of day.
 
-constexpr std::chrono::hh_mm_ss<std::chrono::microseconds> to_hh_mm_ss(const ka_time& time)
+constexpr std::chrono::hh_mm_ss<std::chrono::microseconds> ka_to_hh_mm_ss(const ka_time& time)
 {
-    return std::chrono::hh_mm_ss<std::chrono::microseconds>(to_microseconds(time));
+    return std::chrono::hh_mm_ss<std::chrono::microseconds>(ka_to_microseconds(time));
 }
 
 /// A time from 00:00 to before 24:00, else `invalid_time`. For microseconds
-/// round the clock there is `ka_time(to_ka_time_period(microseconds))`.
+/// round the clock there is `ka_time(ka_to_time_period(microseconds))`.
 template <typename Duration>
 requires std::convertible_to<Duration, std::chrono::microseconds>
-constexpr ka_time to_ka_time(const std::chrono::hh_mm_ss<Duration>& time)
+constexpr ka_time ka_to_time(const std::chrono::hh_mm_ss<Duration>& time)
 {
     // Whole seconds apart: they have a period, whatever their number.
     const auto exact = time.to_duration();
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(exact);
     ka_time_period since_midnight(static_cast<long long>(seconds.count()));
-    since_midnight += to_ka_time_period(exact - seconds);
+    since_midnight += ka_to_time_period(exact - seconds);
     if (since_midnight < ka_time_period() || since_midnight >= ka_time_period(1, 0, 0, 0))
-        ka_chrono_refuse(ka_chrono_refusal::invalid_time, since_midnight.to_string(), __LINE__);
+        ka_refuse_chrono_time(since_midnight);
     return ka_time(since_midnight);
 }
 
@@ -175,24 +162,24 @@ constexpr ka_time to_ka_time(const std::chrono::hh_mm_ss<Duration>& time)
 // moment plays no part.
 
 /// An instant within 292,000 years of 1970, else `invalid_time_period`.
-inline std::chrono::sys_time<std::chrono::microseconds> to_sys_time(const ka_time_and_date& moment)
+inline std::chrono::sys_time<std::chrono::microseconds> ka_to_sys_time(const ka_time_and_date& moment)
 {
-    const ka_time_period epoch(ka_chrono_epoch, 0, 0, 0);
+    const ka_time_period epoch(ka_gregorian::unix_epoch, 0, 0, 0);
     return std::chrono::sys_time<std::chrono::microseconds>(
-        to_microseconds(moment.utc_time_and_date() - epoch));
+        ka_to_microseconds(moment.utc_time_and_date() - epoch));
 }
 
 /// The moment in the default zone.
-inline ka_time_and_date to_ka_time_and_date(std::chrono::sys_time<std::chrono::microseconds> time) noexcept
+inline ka_time_and_date ka_to_time_and_date(std::chrono::sys_time<std::chrono::microseconds> time) noexcept
 {
-    return ka_time_and_date(to_ka_time_period(time.time_since_epoch()));
+    return ka_time_and_date(ka_to_time_period(time.time_since_epoch()));
 }
 
 /// The moment in a zone, which must outlive it.
-inline ka_time_and_date to_ka_time_and_date(std::chrono::sys_time<std::chrono::microseconds> time,
+inline ka_time_and_date ka_to_time_and_date(std::chrono::sys_time<std::chrono::microseconds> time,
                                             const ka_time_zone& zone) noexcept
 {
-    ka_time_and_date moment = to_ka_time_and_date(time);
+    ka_time_and_date moment = ka_to_time_and_date(time);
     moment.time_zone(zone);
     return moment;
 }

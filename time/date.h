@@ -1,12 +1,14 @@
 #pragma once
 
+#include <compare>
 #include <concepts>
 #include <ctime>
 #include <iosfwd>
 #include <string>
-#include <type_traits>
 
 #include <time/export.h>
+#include <time/inline/gregorian.h>
+#include <time/inline/integer.h>
 #include <time/tperiod.h>
 
 /// Which occurrence of a weekday in a month is meant. Any other number counts
@@ -40,6 +42,8 @@ KA_TIME_VARNEL_API const char* ka_which_one_name(ka_which_one which) noexcept;
 /// 13688960. Years are negative B.C. (-1 is 1 B.C.), and there is no year 0.
 /// Months count from 1, days of the month from 1, weekdays from 1 (Sunday) to
 /// 7 (Saturday).
+/// Numbers: of any integer type. Each is checked as it was given, before it is
+/// narrowed, so that year 67560 is refused, and shown, as any year of no date.
 /// Failure: `ka_time_varnel_error` with the code named at each operation; the
 /// date stays as it was. Only `++` and `--`, and `next` and `previous` at its
 /// ends, leave the range.
@@ -54,15 +58,23 @@ public:
 
     /// The date of a day number, 38 to 13688960; else `invalid_day`.
     constexpr ka_date(int julian_day) : julian_day_(checked_day(julian_day)) {}
-    /// The same, from any other integer, of which no bit is lost on the way.
-    template <std::integral Number>
-    constexpr ka_date(Number julian_day);
+    template <ka_integer Number>
+    constexpr ka_date(Number julian_day) : julian_day_(checked_day(julian_day))
+    {}
 
     /// A day that the calendar has, or `invalid_date`.
     constexpr ka_date(unsigned short month, unsigned short day, short year) { date(month, day, year); }
+    template <ka_integer Month, ka_integer Day, ka_integer Year>
+    constexpr ka_date(Month month, Day day, Year year);
 
     /// The first, last or n-th weekday of a month: see `date` with `which`.
     constexpr ka_date(const ka_which_one& which, unsigned short weekday, unsigned short month, short year);
+    template <ka_integer Weekday, ka_integer Month, ka_integer Year>
+    constexpr ka_date(const ka_which_one& which, Weekday weekday, Month month, Year year);
+
+    template <typename... Numbers>
+    requires(ka_wider_integer<Numbers> || ...) ka_date(Numbers...)
+    = delete;
 
     constexpr ka_date(const ka_date&) noexcept = default;
     constexpr ka_date& operator=(const ka_date&) noexcept = default;
@@ -74,6 +86,8 @@ public:
 
     /// Any part that is wrong throws `invalid_date`, showing all three.
     constexpr void date(unsigned short month, unsigned short day, short year);
+    template <ka_integer Month, ka_integer Day, ka_integer Year>
+    constexpr void date(Month month, Day day, Year year);
 
     /// The n-th weekday of a month from its start, or from its end where
     /// `which` is below 0. Tests, in this order: the month (`invalid_month`),
@@ -83,12 +97,20 @@ public:
     /// that number (`invalid_week`: a fifth Monday that the month lacks, or
     /// `ka_none`).
     constexpr void date(const ka_which_one& which, unsigned short weekday, unsigned short month, short year);
+    template <ka_integer Weekday, ka_integer Month, ka_integer Year>
+    constexpr void date(const ka_which_one& which, Weekday weekday, Month month, Year year);
+
+    template <typename... Numbers>
+    requires(ka_wider_integer<Numbers> || ...) void date(Numbers...) = delete;
 
     // Reading. Each of these works the calendar out afresh from the day number;
     // for all three parts at once there is `calc_calendar_date`.
 
     constexpr int julian_day() const noexcept { return julian_day_; }
-    constexpr short year() const noexcept { return static_cast<short>(split(julian_day_).year); }
+    constexpr short year() const noexcept
+    {
+        return static_cast<short>(ka_gregorian::split(julian_day_).year);
+    }
     constexpr unsigned short month() const noexcept;
     constexpr unsigned short day() const noexcept;
 
@@ -96,23 +118,27 @@ public:
     /// range throws `invalid_date`.
     constexpr unsigned short day_of_year() const;
     constexpr bool is_leap_year() const noexcept { return is_leap_year(year()); }
-    constexpr bool is_ad() const noexcept { return julian_day_ > last_bc_day; }
-    constexpr bool is_bc() const noexcept { return julian_day_ <= last_bc_day; }
+    constexpr bool is_ad() const noexcept { return julian_day_ > ka_gregorian::last_bc_day; }
+    constexpr bool is_bc() const noexcept { return julian_day_ <= ka_gregorian::last_bc_day; }
 
     // The seven-day cycle.
 
     /// 1 (Sunday) to 7 (Saturday).
-    constexpr unsigned short weekday() const noexcept { return weekday_of(julian_day_); }
+    constexpr unsigned short weekday() const noexcept;
 
     /// The nearest later date on a weekday, 1 to 7 days on. The day after must
     /// be in the range (`invalid_day`); the result can lie up to 6 days beyond.
     /// A weekday outside 1 to 7 throws `invalid_weekday`.
     constexpr ka_date next(unsigned short weekday) const;
+    template <ka_integer Weekday>
+    constexpr ka_date next(Weekday weekday) const;
 
     /// The nearest earlier date on a weekday, 1 to 7 days back. Day number 37
     /// can be the result; a walk further down throws `invalid_day`, showing 37.
     /// A weekday outside 1 to 7 throws `invalid_weekday`.
     constexpr ka_date previous(unsigned short weekday) const;
+    template <ka_integer Weekday>
+    constexpr ka_date previous(Weekday weekday) const;
 
     /// The week of the year, 0 to 53, in weeks that begin on Sunday.
     constexpr unsigned short week_of_year() const { return week_of_year(1); }
@@ -123,6 +149,8 @@ public:
     /// the week of ISO 8601. A date stepped out of the range throws
     /// `invalid_date`, a weekday outside 1 to 7 `invalid_weekday`.
     constexpr unsigned short week_of_year(unsigned short first) const;
+    template <ka_integer Weekday>
+    constexpr unsigned short week_of_year(Weekday first) const;
 
     // Order: the earlier first.
 
@@ -132,6 +160,9 @@ public:
     constexpr bool operator>(const ka_date& other) const noexcept { return julian_day_ > other.julian_day_; }
     constexpr bool operator<=(const ka_date& other) const noexcept { return !(*this > other); }
     constexpr bool operator>=(const ka_date& other) const noexcept { return !(*this < other); }
+    /// For a class that holds dates and defaults its own.
+    template <std::same_as<ka_date> Date>
+    constexpr std::strong_ordering operator<=>(const Date& other) const noexcept;
 
     // Moving.
 
@@ -163,29 +194,55 @@ public:
     // The calendar itself: no state, any thread, any time.
 
     /// -4713 to 32766, without 0.
-    static constexpr bool is_year(short year) noexcept;
+    static constexpr bool is_year(short year) noexcept { return ka_gregorian::is_year(year); }
+    template <ka_integer Year>
+    static constexpr bool is_year(Year year) noexcept;
+
     /// 1 to 12.
-    static constexpr bool is_month(unsigned short month) noexcept;
+    static constexpr bool is_month(unsigned short month) noexcept { return ka_gregorian::is_month(month); }
+    template <ka_integer Month>
+    static constexpr bool is_month(Month month) noexcept;
+
     /// 1 to 7.
-    static constexpr bool is_weekday(unsigned short weekday) noexcept { return 1 <= weekday && weekday <= 7; }
+    static constexpr bool is_weekday(unsigned short weekday) noexcept;
+    template <ka_integer Weekday>
+    static constexpr bool is_weekday(Weekday weekday) noexcept;
+
     /// 38 to 13688960.
     static constexpr bool is_julian_day(int julian_day) noexcept;
+    template <ka_integer Number>
+    static constexpr bool is_julian_day(Number julian_day) noexcept;
+
     /// False for a year that `is_year` refuses.
     static constexpr bool is_leap_year(short year) noexcept;
+    template <ka_integer Year>
+    static constexpr bool is_leap_year(Year year) noexcept;
+
     /// True for a day that the calendar has, in a month and year that it has.
     static constexpr bool is_day_in_month(unsigned short month, unsigned short day, short year) noexcept;
+    template <ka_integer Month, ka_integer Day, ka_integer Year>
+    static constexpr bool is_day_in_month(Month month, Day day, Year year) noexcept;
 
-    /// 365 or 366; 365 for any year out of the range but 0, which throws `invalid_year`.
+    /// 365 or 366; 365 for any year of 16 bits out of the range but 0. Throws
+    /// `invalid_year` for 0 and for a year that 16 bits do not hold.
     static constexpr unsigned short days_in_year(short year);
+    template <ka_integer Year>
+    static constexpr unsigned short days_in_year(Year year);
 
-    /// 28 to 31. Throws `invalid_month`, then, for year 0, `invalid_year`.
+    /// 28 to 31. Throws `invalid_month`, then, for the years that
+    /// `days_in_year` refuses, `invalid_year`.
     static constexpr unsigned short days_in_month(unsigned short month, short year);
+    template <ka_integer Month, ka_integer Year>
+    static constexpr unsigned short days_in_month(Month month, Year year);
 
     /// The day number of a date. The day is not checked and runs on: 30
     /// February is 2 March or 1 March, day 0 the day before the first. Throws
-    /// `invalid_month`, then, for year 0, `invalid_year`. For any other year
-    /// out of the range the number is no calendar date's.
+    /// `invalid_month`, then, for the years that `days_in_year` refuses,
+    /// `invalid_year`, then, for a day out of 0 to 65535, `invalid_day`. For any
+    /// other year out of the range the number is no calendar date's.
     static constexpr int calc_julian_day(unsigned short month, unsigned short day, short year);
+    template <ka_integer Month, ka_integer Day, ka_integer Year>
+    static constexpr int calc_julian_day(Month month, Day day, Year year);
 
     /// The date of a day number; a null pointer is skipped. The number is not
     /// checked: the neighbouring days of the range give the neighbouring dates,
@@ -199,6 +256,10 @@ public:
     /// The full name, or `invalid_month`.
     static const std::string& month_name(unsigned short month);
     static const std::string& month_abbreviation(unsigned short month);
+    template <ka_integer Month>
+    static const std::string& month_name(Month month);
+    template <ka_integer Month>
+    static const std::string& month_abbreviation(Month month);
     /// 1 to 12 for a full or abbreviated name, else 0. Case makes no difference
     /// to letters from A to Z, nor to others in a host that has set an
     /// `LC_CTYPE` with one byte to a letter.
@@ -207,6 +268,10 @@ public:
     /// The full name, or `invalid_weekday`.
     static const std::string& weekday_name(unsigned short weekday);
     static const std::string& weekday_abbreviation(unsigned short weekday);
+    template <ka_integer Weekday>
+    static const std::string& weekday_name(Weekday weekday);
+    template <ka_integer Weekday>
+    static const std::string& weekday_abbreviation(Weekday weekday);
     /// 1 to 7 for a full or abbreviated name, else 0; compared as months are.
     static unsigned short weekday_index(const std::string& name);
 
@@ -235,80 +300,29 @@ protected:
     void date(const std::tm& fields);
 
 private:
-    friend class ka_time_and_date;
-    friend class ka_time_zone;
-    friend struct ka_locale_text;
     friend struct ka_access;
 
-    struct parts {
-        unsigned int month;
-        unsigned int day;
-        int year;
-        int astronomical_year;
-    };
-
-    static constexpr short first_year = -4713;
-    static constexpr short last_year = 32766;
-    static constexpr int first_day = 38;
-    static constexpr int last_day = 13688960;
-    static constexpr int last_bc_day = 1721425;
-    static constexpr unsigned short shortest_month = 28;
-
+    using given = ka_integers::given;
     explicit constexpr ka_date(const ka_time_period& since_day_zero);
-    static constexpr int checked_day(int julian_day);
-    template <std::integral Number>
+    template <ka_integer Number>
     static constexpr int checked_day(Number julian_day);
+    template <ka_integer Weekday>
+    static constexpr unsigned short checked_weekday(Weekday weekday);
     static constexpr ka_date unchecked(int julian_day) noexcept;
-    constexpr ka_date new_year() const { return ka_date(1, 1, year()); }
-
-    static constexpr int moved(int julian_day, unsigned int days) noexcept;
-    static constexpr unsigned short weekday_of(int julian_day) noexcept;
-    static constexpr int days_until(unsigned short from, unsigned short to) noexcept;
-    static constexpr unsigned int modulo_7(unsigned int number) noexcept;
-    static constexpr int nth_weekday_between(int first, int end, int which, unsigned short weekday) noexcept;
-    static constexpr int nth_weekday(int which, unsigned short weekday, unsigned short month, short year);
-
-    // The arithmetic of the calendar.
-    //
-    // Years are astronomical: 1 B.C. is 0, 2 B.C. is -1. They are counted from
-    // March of year -4800, a multiple of 400 below the range, so that nothing
-    // is negative and a leap day is the last day of its counted year. Month and
-    // day then follow from the day of the counted year alone, with no table:
-    // from March on, months have 31, 30, 31, 30, 31 days, over and over, and a
-    // line of slope 30.6 through them, rounded down, hits every first of a month.
-
-    static constexpr int first_counted_year = -4800;
-    /// The day number of 1 March -4800.
-    static constexpr int first_counted_day = -32044;
-    static constexpr unsigned int days_in_4_years = 1461;
-    static constexpr unsigned int days_in_400_years = 146097;
-    /// The days of March to December: from here on a day is in January or February.
-    static constexpr unsigned int days_to_new_year = 306;
-
-    static constexpr bool is_ad_year(int year) noexcept;
-    static constexpr int astronomical(int year) noexcept { return year + (year < 0); }
-
-    static constexpr bool is_leap(int year) noexcept;
-    static constexpr unsigned short month_length(unsigned short month, short year) noexcept;
-    static constexpr unsigned int days_from_march(unsigned int month) noexcept;
-    static constexpr int day_number(unsigned short month, unsigned short day, int year) noexcept;
-    static constexpr int day_number_without_leap_row(unsigned short month, unsigned short day,
-                                                     int year) noexcept;
-    static constexpr parts split(int julian_day) noexcept;
+    constexpr int new_year() const;
 
     // What is refused, and in which words: in the class's source.
-    [[noreturn]] static void refuse_day(long long julian_day);
-    [[noreturn]] static void refuse_day(unsigned long long julian_day);
+    [[noreturn]] static void refuse_day(given julian_day);
     [[noreturn]] static void refuse_whole_days(int julian_day);
-    [[noreturn]] static void refuse_date(unsigned short month, unsigned short day, short year);
-    [[noreturn]] static void refuse_month(unsigned short month);
-    [[noreturn]] static void refuse_month_of_weekday(unsigned short month);
-    [[noreturn]] static void refuse_year(short year);
+    [[noreturn]] static void refuse_date(given month, given day, given year);
+    [[noreturn]] static void refuse_month(given month);
+    [[noreturn]] static void refuse_month_of_weekday(given month);
+    [[noreturn]] static void refuse_year(given year);
     [[noreturn]] static void refuse_year_zero();
-    [[noreturn]] static void refuse_weekday(unsigned short weekday);
+    [[noreturn]] static void refuse_weekday(given weekday);
     [[noreturn]] static void refuse_week();
 
-    int julian_day_ = 2440588;
+    int julian_day_ = ka_gregorian::unix_epoch;
 };
 
 #include <time/inline/date.h>

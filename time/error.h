@@ -43,7 +43,7 @@ private:
 ///         ka_date(2, 30, 2024);
 ///     } catch (const ka_time_varnel_error& error) {
 ///         error.code();   // 3
-///         error.what();   // "invalid_date: Month( 2 ), day( 30 ), year( 2024 ) [time/src/date:143]"
+///         error.what();   // "invalid_date: Month( 2 ), day( 30 ), year( 2024 ) [time/src/date:138]"
 ///     }
 ///
 /// A message is the symbol of its code, ": ", the value that was refused, and

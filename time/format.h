@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -84,21 +85,32 @@ private:
                (code.need == ka_format_need::month || code.need == ka_format_need::day);
     }
 
+    /// No constant expression: where a compiler checks a format, a call is its
+    /// error. A host that is built without exceptions ends here.
+    [[noreturn]] static void refuse([[maybe_unused]] const char* why)
+    {
+#if defined(__cpp_exceptions)
+        throw Error(why);
+#else
+        std::abort();
+#endif
+    }
+
     static constexpr void check(std::string_view pattern)
     {
         if (pattern.find('{') != pattern.npos)
-            throw Error("an opening brace in the format of a date or time");
+            refuse("an opening brace in the format of a date or time");
         for (ka_format_pieces pieces(pattern); !pieces.is_at_end();) {
             const ka_format_piece piece = pieces.next();
             if (!piece.is_code)
                 continue;
             if (piece.is_cut_off)
-                throw Error("a % without a code behind it in the format of a date or time");
+                refuse("a % without a code behind it in the format of a date or time");
             const ka_format_code* const code = ka_format_code_of(piece.letter);
             if (code == nullptr && is_letter(piece.letter))
-                throw Error("a letter that is no code in the format of a date or time");
+                refuse("a letter that is no code in the format of a date or time");
             if (code != nullptr && wants_a_date(*code))
-                throw Error("a code that only a date has in the format of a time of day");
+                refuse("a code that only a date has in the format of a time of day");
         }
     }
 

@@ -34,13 +34,7 @@ template <>
 struct std::hash<ka_time_period> {
     std::size_t operator()(const ka_time_period& period) const noexcept
     {
-        // Days and seconds are read in 32 bits each: together they tell the
-        // second, as a day has fewer seconds than that.
-        const auto days = static_cast<unsigned int>(period.to_days());
-        const auto second_of_day =
-            static_cast<int>(static_cast<unsigned int>(period.to_seconds()) - days * 86400u);
-        const long long seconds = period.to_days() * 86400ll + second_of_day;
-        const auto microseconds = static_cast<unsigned long long>(seconds) * 1000000u +
+        const auto microseconds = static_cast<unsigned long long>(period.whole_seconds()) * 1000000u +
                                   static_cast<unsigned long long>(period.microseconds());
         // Whole days end in 13 bits of 0, and a table of 2^n places looks at
         // no others.

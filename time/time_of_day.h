@@ -1,12 +1,13 @@
 #pragma once
 
+#include <compare>
 #include <concepts>
 #include <ctime>
 #include <iosfwd>
 #include <string>
-#include <type_traits>
 
 #include <time/export.h>
+#include <time/inline/integer.h>
 #include <time/tperiod.h>
 
 /// A time of day, exact to the microsecond, with no date and no zone.
@@ -17,6 +18,7 @@
 ///     t.to_string("%I:%M %p");              // "11:30 PM"
 ///
 /// Range: 00:00:00.000000 to 23:59:59.999999, always.
+/// Numbers: of any integer type, checked as they were given.
 /// Overflow: arithmetic wraps at midnight, with a period of any length.
 /// Failure: fields out of bounds throw `invalid_time`, and the time stays as
 /// it was; nothing else throws but the codes of a format.
@@ -32,11 +34,12 @@ public:
     /// else `invalid_time`.
     constexpr ka_time(unsigned short hours, unsigned short minutes, unsigned short seconds,
                       unsigned int microseconds = 0);
+    template <ka_integer Hours, ka_integer Minutes, ka_integer Seconds, ka_integer Microseconds = int>
+    constexpr ka_time(Hours hours, Minutes minutes, Seconds seconds, Microseconds microseconds = 0);
 
     /// So many seconds from midnight, modulo a day: -1 is 23:59:59.
     constexpr ka_time(int seconds) noexcept : since_midnight_(seconds) { adjust(); }
-    /// The same, from any other integer, of which no bit is lost on the way.
-    template <std::integral Seconds>
+    template <ka_integer Seconds>
     constexpr ka_time(Seconds seconds) noexcept;
 
     /// A period from midnight, modulo a day: -1 microsecond is 23:59:59.999999.
@@ -45,6 +48,12 @@ public:
     /// The time of a record's `tm_hour`, `tm_min` and `tm_sec`, each cut to 16
     /// bits; a leap second (60) is `invalid_time` as any other value above 59.
     ka_time(const std::tm& fields, unsigned int microseconds = 0);
+    template <ka_integer Microseconds>
+    ka_time(const std::tm& fields, Microseconds microseconds);
+
+    template <typename... Numbers>
+    requires(ka_wider_integer<Numbers> || ...) ka_time(Numbers...)
+    = delete;
 
     constexpr ka_time(const ka_time&) noexcept = default;
     constexpr ka_time& operator=(const ka_time&) noexcept = default;
@@ -57,7 +66,14 @@ public:
 
     constexpr void time(unsigned short hours, unsigned short minutes, unsigned short seconds,
                         unsigned int microseconds = 0);
+    template <ka_integer Hours, ka_integer Minutes, ka_integer Seconds, ka_integer Microseconds = int>
+    constexpr void time(Hours hours, Minutes minutes, Seconds seconds, Microseconds microseconds = 0);
     void time(const std::tm& fields, unsigned int microseconds = 0);
+    template <ka_integer Microseconds>
+    void time(const std::tm& fields, Microseconds microseconds);
+
+    template <typename... Numbers>
+    requires(ka_wider_integer<Numbers> || ...) void time(Numbers...) = delete;
 
     // Reading.
 
@@ -83,6 +99,14 @@ public:
     static constexpr bool is_minute(unsigned short value) noexcept { return value <= 59; }
     static constexpr bool is_second(unsigned short value) noexcept { return value <= 59; }
     static constexpr bool is_microsecond(unsigned int value) noexcept { return value <= 999999; }
+    template <ka_integer Number>
+    static constexpr bool is_hour(Number value) noexcept;
+    template <ka_integer Number>
+    static constexpr bool is_minute(Number value) noexcept;
+    template <ka_integer Number>
+    static constexpr bool is_second(Number value) noexcept;
+    template <ka_integer Number>
+    static constexpr bool is_microsecond(Number value) noexcept;
 
     // Arithmetic, round the clock.
 
@@ -99,13 +123,13 @@ public:
 
     constexpr bool operator==(const ka_time& other) const noexcept;
     constexpr bool operator!=(const ka_time& other) const noexcept { return !(*this == other); }
-    /// A period on the right is taken as a time of day.
-    constexpr bool operator==(const ka_time_period& other) const noexcept { return *this == ka_time(other); }
-    constexpr bool operator!=(const ka_time_period& other) const noexcept { return !(*this == other); }
     constexpr bool operator<(const ka_time& other) const noexcept;
     constexpr bool operator>(const ka_time& other) const noexcept { return other < *this; }
     constexpr bool operator<=(const ka_time& other) const noexcept { return !(other < *this); }
     constexpr bool operator>=(const ka_time& other) const noexcept { return !(*this < other); }
+    /// For a class that holds times and defaults its own.
+    template <std::same_as<ka_time> Time>
+    constexpr std::strong_ordering operator<=>(const Time& other) const noexcept;
 
     // The limits, 00:00:00.000000 and 23:59:59.999999.
 
@@ -137,24 +161,39 @@ public:
     static void default_format(const std::string& format);
 
 private:
-    friend class ka_time_and_date;
     friend struct ka_access;
 
     static constexpr ka_time unchecked(int second_of_day, int microsecond) noexcept;
     constexpr unsigned int second_of_day() const noexcept;
     constexpr ka_time& adjust() noexcept;
-    [[noreturn]] static void refuse(unsigned short hours, unsigned short minutes, unsigned short seconds,
-                                    unsigned int microseconds);
+    using given = ka_integers::given;
+    [[noreturn]] static void refuse(given hours, given minutes, given seconds, given microseconds);
 
     ka_time_period since_midnight_;
 };
 
+// Beside a time, a period is a period and nothing that converts to one.
+
+/// A period on the right of a time is taken as a time of day.
+template <std::derived_from<ka_time> Time, std::derived_from<ka_time_period> Period>
+constexpr bool operator==(const Time& time, const Period& period) noexcept
+{
+    return time == ka_time(period);
+}
+template <std::derived_from<ka_time> Time, std::derived_from<ka_time_period> Period>
+constexpr bool operator!=(const Time& time, const Period& period) noexcept
+{
+    return !(time == period);
+}
+
 /// A time on the right of a period is taken as the period since midnight.
-constexpr bool operator==(const ka_time_period& period, const ka_time& time) noexcept
+template <std::derived_from<ka_time_period> Period, std::derived_from<ka_time> Time>
+constexpr bool operator==(const Period& period, const Time& time) noexcept
 {
     return period == static_cast<ka_time_period>(time);
 }
-constexpr bool operator!=(const ka_time_period& period, const ka_time& time) noexcept
+template <std::derived_from<ka_time_period> Period, std::derived_from<ka_time> Time>
+constexpr bool operator!=(const Period& period, const Time& time) noexcept
 {
     return !(period == time);
 }

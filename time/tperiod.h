@@ -1,11 +1,18 @@
 #pragma once
 
+#include <compare>
+#include <concepts>
 #include <iosfwd>
 #include <string>
 
 #include <time/export.h>
+#include <time/inline/integer.h>
 
 struct timeval;
+
+/// A number that no period is multiplied with or divided by.
+template <typename Type>
+concept ka_no_factor = std::floating_point<Type> || ka_wider_integer<Type>;
 
 /// A signed duration, exact to the microsecond.
 ///
@@ -30,9 +37,23 @@ public:
 
     constexpr ka_time_period() noexcept = default;
     explicit constexpr ka_time_period(long long seconds) noexcept : seconds_(seconds) {}
+    template <ka_integer Seconds>
+    requires(std::unsigned_integral<Seconds> &&
+             sizeof(Seconds) == sizeof(long long)) explicit constexpr ka_time_period(Seconds seconds)
+    {
+        time_period(seconds, 0);
+    }
     constexpr ka_time_period(long long seconds, int microseconds) { time_period(seconds, microseconds); }
+    template <ka_integer Seconds, ka_integer Microseconds>
+    constexpr ka_time_period(Seconds seconds, Microseconds microseconds);
     constexpr ka_time_period(int days, int hours, int minutes, int seconds, int microseconds = 0);
+    template <ka_integer Days, ka_integer Hours, ka_integer Minutes, ka_integer Seconds,
+              ka_integer Microseconds = int>
+    constexpr ka_time_period(Days days, Hours hours, Minutes minutes, Seconds seconds,
+                             Microseconds microseconds = 0);
     ka_time_period(const timeval& value);
+    template <typename... Numbers>
+    requires(ka_wider_integer<Numbers> || ...) explicit ka_time_period(Numbers...) = delete;
     constexpr ka_time_period(const ka_time_period&) noexcept = default;
 
     constexpr ka_time_period& operator=(const ka_time_period&) noexcept = default;
@@ -43,24 +64,37 @@ public:
     /// Seconds and a fraction of -999999 to 999999 microseconds, of one sign
     /// (zero goes with either). Anything else throws `invalid_time_period`.
     constexpr void time_period(long long seconds, int microseconds);
+    template <ka_integer Seconds, ka_integer Microseconds>
+    constexpr void time_period(Seconds seconds, Microseconds microseconds);
 
     /// Five fields of one sign (zero goes with either), or `invalid_time_period`.
-    /// No field has a range: 25 hours or 90 minutes are fine. The products of
-    /// hours and of minutes wrap at 32 bits, beyond 596523 hours and 35791394
-    /// minutes.
+    /// No field has a range but that of 32 bits: 25 hours or 90 minutes are
+    /// fine. The products of hours and of minutes wrap at 32 bits, beyond 596523
+    /// hours and 35791394 minutes.
     constexpr void time_period(int days, int hours, int minutes, int seconds, int microseconds = 0);
+    template <ka_integer Days, ka_integer Hours, ka_integer Minutes, ka_integer Seconds,
+              ka_integer Microseconds = int>
+    constexpr void time_period(Days days, Hours hours, Minutes minutes, Seconds seconds,
+                               Microseconds microseconds = 0);
 
     /// The whole width of the platform's fields is taken. Fields of opposite
     /// signs, or a fraction of a second or more, throw `invalid_time_period`.
     void time_period(const timeval& value);
 
+    template <typename... Numbers>
+    requires(ka_wider_integer<Numbers> || ...) void time_period(Numbers...) = delete;
+
     /// True for -999999 to 999999.
     static constexpr bool is_microsecond(int value) noexcept;
+    template <ka_integer Number>
+    static constexpr bool is_microsecond(Number value) noexcept;
 
     // Reading. The counts are totals, not clock fields: 90 minutes is 1 hour
-    // and 90 minutes. They truncate toward zero, look at the whole seconds
-    // alone, and keep the low 32 bits.
+    // and 90 minutes. They truncate toward zero and look at the whole seconds
+    // alone. All but `whole_seconds` keep the low 32 bits.
 
+    /// All 64 bits of the seconds.
+    constexpr long long whole_seconds() const noexcept { return seconds_; }
     constexpr int to_days() const noexcept { return static_cast<int>(seconds_ / seconds_per_day); }
     constexpr int to_hours() const noexcept { return static_cast<int>(seconds_ / 3600); }
     constexpr int to_minutes() const noexcept { return static_cast<int>(seconds_ / 60); }
@@ -84,6 +118,9 @@ public:
     constexpr bool operator>(const ka_time_period& other) const noexcept { return other < *this; }
     constexpr bool operator<=(const ka_time_period& other) const noexcept { return !(other < *this); }
     constexpr bool operator>=(const ka_time_period& other) const noexcept { return !(*this < other); }
+    /// For a class that holds periods and defaults its own.
+    template <std::same_as<ka_time_period> Period>
+    constexpr std::strong_ordering operator<=>(const Period& other) const noexcept;
 
     // Arithmetic.
 
@@ -97,32 +134,59 @@ public:
     constexpr ka_time_period& operator+=(const ka_time_period& other) noexcept;
     constexpr ka_time_period& operator-=(const ka_time_period& other) { return *this = *this - other; }
 
+    // By whole numbers: others do not compile.
+
     /// Exact for any factor as long as the seconds stay within 64 bits.
     constexpr ka_time_period operator*(int factor) const noexcept;
+    template <ka_integer Factor>
+    constexpr ka_time_period operator*(Factor factor) const noexcept;
     constexpr ka_time_period& operator*=(int factor) noexcept { return *this = *this * factor; }
+    template <ka_integer Factor>
+    constexpr ka_time_period& operator*=(Factor factor) noexcept;
 
     /// The quotient, truncated toward zero. Seconds and microseconds are
     /// truncated apart, so the last microsecond can be one too few: 1.000002
     /// seconds / 3 is 0.333333. A divisor of 0 throws `divide_by_zero`; -1 is
-    /// the unary minus.
+    /// the unary minus. A period whose seconds have wrapped throws
+    /// `invalid_time_period` where the signs of the two quotients differ.
     constexpr ka_time_period operator/(int divisor) const;
+    template <ka_integer Divisor>
+    constexpr ka_time_period operator/(Divisor divisor) const;
     constexpr ka_time_period& operator/=(int divisor) { return *this = *this / divisor; }
+    template <ka_integer Divisor>
+    constexpr ka_time_period& operator/=(Divisor divisor);
 
     /// The remainders of the two fields, each for itself and with its own
-    /// sign: 7.5 seconds % 2 is 1 second. A divisor of 0 throws `divide_by_zero`.
+    /// sign: 7.5 seconds % 2 is 1 second. It throws as the quotient does.
     constexpr ka_time_period operator%(int divisor) const;
+    template <ka_integer Divisor>
+    constexpr ka_time_period operator%(Divisor divisor) const;
     constexpr ka_time_period& operator%=(int divisor) { return *this = *this % divisor; }
+    template <ka_integer Divisor>
+    constexpr ka_time_period& operator%=(Divisor divisor);
+
+    template <ka_no_factor Number>
+    ka_time_period operator*(Number) const = delete;
+    template <ka_no_factor Number>
+    ka_time_period operator/(Number) const = delete;
+    template <ka_no_factor Number>
+    ka_time_period operator%(Number) const = delete;
+    template <ka_no_factor Number>
+    ka_time_period& operator*=(Number) = delete;
+    template <ka_no_factor Number>
+    ka_time_period& operator/=(Number) = delete;
+    template <ka_no_factor Number>
+    ka_time_period& operator%=(Number) = delete;
 
 private:
-    friend class ka_time;
-    friend class ka_time_and_date;
-    friend class ka_calendar_date;
     friend struct ka_access;
+    friend class ka_time;
 
     static constexpr long long seconds_per_day = 86400;
     static constexpr int microseconds_per_second = 1000000;
 
     static constexpr ka_time_period unchecked(long long seconds, int microseconds) noexcept;
+    static constexpr ka_time_period of_one_sign(long long seconds, int microseconds);
     static constexpr bool are_of_opposite_signs(long long seconds, int microseconds) noexcept;
     static constexpr bool can_lack_opposite(const ka_time_period& period) noexcept;
     static constexpr ka_time_period carried(long long seconds, int fraction) noexcept;
@@ -132,21 +196,20 @@ private:
     static constexpr long long wrapping_difference(long long a, long long b) noexcept;
     static constexpr long long wrapping_product(long long a, long long b) noexcept;
 
-    /// Writes the text of `to_string` at `out`, which has room for
-    /// `longest_text` characters, and returns its end.
-    KA_TIME_VARNEL_INTERNAL char* write_text(char* out) const noexcept;
-    static constexpr int longest_text = 48;
-
-    [[noreturn]] static void refuse(long long seconds, long long microseconds);
-    [[noreturn]] static void refuse(int days, int hours, int minutes, int seconds, int microseconds);
+    using given = ka_integers::given;
+    [[noreturn]] static void refuse(given seconds, given microseconds);
+    [[noreturn]] static void refuse(given days, given hours, given minutes, given seconds,
+                                    given microseconds);
     [[noreturn]] static void refuse_zero_divisor();
 
     long long seconds_ = 0;
     int microseconds_ = 0;
 };
 
-/// The same as `period * factor`.
-constexpr ka_time_period operator*(int factor, const ka_time_period& period) noexcept
+/// The same as `period * factor`. What merely converts to a period, such as a
+/// stopwatch, is not meant.
+template <ka_integer Factor, std::derived_from<ka_time_period> Period>
+constexpr ka_time_period operator*(Factor factor, const Period& period) noexcept
 {
     return period * factor;
 }

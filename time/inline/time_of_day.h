@@ -8,12 +8,24 @@ constexpr ka_time::ka_time(unsigned short hours, unsigned short minutes, unsigne
     time(hours, minutes, seconds, microseconds);
 }
 
-template <std::integral Seconds>
+template <ka_integer Hours, ka_integer Minutes, ka_integer Seconds, ka_integer Microseconds>
+constexpr ka_time::ka_time(Hours hours, Minutes minutes, Seconds seconds, Microseconds microseconds)
+{
+    time(hours, minutes, seconds, microseconds);
+}
+
+template <ka_integer Seconds>
 constexpr ka_time::ka_time(Seconds seconds) noexcept
 {
-    using widest = std::conditional_t<std::signed_integral<Seconds>, long long, unsigned long long>;
-    since_midnight_ = static_cast<long long>(static_cast<widest>(seconds) % widest{86400});
+    const auto count = ka_integers::widest(seconds);
+    since_midnight_ = static_cast<long long>(count % decltype(count){86400});
     adjust();
+}
+
+template <ka_integer Microseconds>
+ka_time::ka_time(const std::tm& fields, Microseconds microseconds)
+{
+    time(fields, microseconds);
 }
 
 constexpr ka_time::ka_time(const ka_time_period& since_midnight) noexcept : since_midnight_(since_midnight)
@@ -28,6 +40,22 @@ constexpr void ka_time::time(unsigned short hours, unsigned short minutes, unsig
         refuse(hours, minutes, seconds, microseconds);
     since_midnight_ =
         ka_time_period::unchecked(hours * 3600 + minutes * 60 + seconds, static_cast<int>(microseconds));
+}
+
+template <ka_integer Hours, ka_integer Minutes, ka_integer Seconds, ka_integer Microseconds>
+constexpr void ka_time::time(Hours hours, Minutes minutes, Seconds seconds, Microseconds microseconds)
+{
+    if (!is_hour(hours) || !is_minute(minutes) || !is_second(seconds) || !is_microsecond(microseconds))
+        refuse(hours, minutes, seconds, microseconds);
+    time(static_cast<unsigned short>(hours), static_cast<unsigned short>(minutes),
+         static_cast<unsigned short>(seconds), static_cast<unsigned int>(microseconds));
+}
+
+template <ka_integer Microseconds>
+void ka_time::time(const std::tm& fields, Microseconds microseconds)
+{
+    time(static_cast<unsigned short>(fields.tm_hour), static_cast<unsigned short>(fields.tm_min),
+         static_cast<unsigned short>(fields.tm_sec), microseconds);
 }
 
 constexpr unsigned short ka_time::hours() const noexcept
@@ -48,6 +76,30 @@ constexpr unsigned short ka_time::seconds() const noexcept
 constexpr unsigned int ka_time::microseconds() const noexcept
 {
     return static_cast<unsigned int>(since_midnight_.microseconds());
+}
+
+template <ka_integer Number>
+constexpr bool ka_time::is_hour(Number value) noexcept
+{
+    return ka_integers::is_in(0, value, 23);
+}
+
+template <ka_integer Number>
+constexpr bool ka_time::is_minute(Number value) noexcept
+{
+    return ka_integers::is_in(0, value, 59);
+}
+
+template <ka_integer Number>
+constexpr bool ka_time::is_second(Number value) noexcept
+{
+    return ka_integers::is_in(0, value, 59);
+}
+
+template <ka_integer Number>
+constexpr bool ka_time::is_microsecond(Number value) noexcept
+{
+    return ka_integers::is_in(0, value, 999999);
 }
 
 constexpr ka_time ka_time::operator+(const ka_time_period& period) const noexcept
@@ -74,6 +126,12 @@ constexpr bool ka_time::operator==(const ka_time& other) const noexcept
 constexpr bool ka_time::operator<(const ka_time& other) const noexcept
 {
     return since_midnight_ < other.since_midnight_;
+}
+
+template <std::same_as<ka_time> Time>
+constexpr std::strong_ordering ka_time::operator<=>(const Time& other) const noexcept
+{
+    return since_midnight_ <=> other.since_midnight_;
 }
 
 /// Of a second below 86400 and a microsecond below 1000000.

@@ -14,6 +14,14 @@ constexpr bool ka_wint::operator<(const ka_wint& other) const noexcept
     return negative_ ? magnitude() > other.magnitude() : magnitude() < other.magnitude();
 }
 
+template <std::same_as<ka_wint> Wint>
+constexpr std::strong_ordering ka_wint::operator<=>(const Wint& other) const noexcept
+{
+    if (negative_ != other.negative_)
+        return other.negative_ <=> negative_;
+    return negative_ ? other.magnitude() <=> magnitude() : magnitude() <=> other.magnitude();
+}
+
 constexpr ka_wint ka_wint::operator+(const ka_wint& other) const noexcept
 {
     const digits64 mine = magnitude();

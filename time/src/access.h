@@ -29,25 +29,6 @@ struct ka_access {
     /// The date of a record, or `invalid_date`.
     static ka_date date_of(const std::tm& fields) { return ka_date(fields); }
 
-    // The arithmetic of the calendar.
-
-    using date_parts = ka_date::parts;
-    static constexpr date_parts split(int julian_day) noexcept { return ka_date::split(julian_day); }
-    static constexpr int day_number(unsigned int month, int day, int astronomical_year) noexcept
-    {
-        return ka_date::day_number(static_cast<unsigned short>(month), static_cast<unsigned short>(day),
-                                   astronomical_year);
-    }
-    static constexpr int month_length(unsigned int month, int year) noexcept
-    {
-        return ka_date::month_length(static_cast<unsigned short>(month), static_cast<short>(year));
-    }
-    static constexpr int nth_weekday(int first, int end, int which, unsigned short weekday) noexcept
-    {
-        return ka_date::nth_weekday_between(first, end, which, weekday);
-    }
-    static constexpr unsigned int modulo_7(unsigned int number) noexcept { return ka_date::modulo_7(number); }
-
     // Zones.
 
     using rule_kind = ka_time_zone::rule_kind;

@@ -91,7 +91,7 @@ std::string ka_time_and_date::to_string(int value, int width, char fill)
 
 std::string ka_date::to_string(const std::string& format) const
 {
-    const parts date = split(julian_day_);
+    const ka_gregorian::date_parts date = ka_gregorian::split(julian_day_);
     const int known_day = is_julian_day(julian_day_) ? julian_day_ : 0;
     return text_in(format, {{0, 0, 0, date.month, date.day},
                             0,

@@ -6,6 +6,7 @@
 #include <type_traits>
 
 #include <time/error.h>
+#include <time/inline/integer.h>
 
 /// The codes of `ka_time_varnel_error`, in the order of its table.
 enum class error_code : int {
@@ -43,6 +44,11 @@ public:
     {
         put(static_cast<std::conditional_t<std::signed_integral<Number>, long long, unsigned long long>>(
             number));
+    }
+
+    void put(ka_integers::given number) noexcept
+    {
+        number.is_negative ? put(static_cast<long long>(number.bits)) : put(number.bits);
     }
 
     /// Ends with the site.

@@ -36,8 +36,7 @@ std::string ka_time::default_format() { return *ka_time_and_date::default_time_f
 
 void ka_time::default_format(const std::string& format) { *ka_time_and_date::default_time_format_ = format; }
 
-void ka_time::refuse(unsigned short hours, unsigned short minutes, unsigned short seconds,
-                     unsigned int microseconds)
+void ka_time::refuse(given hours, given minutes, given seconds, given microseconds)
 {
     throw_error(error_code::invalid_time, {__FILE__, __LINE__}, hours, ":", minutes, ":", seconds, ":",
                 microseconds);

@@ -28,8 +28,8 @@ constexpr ka_time_period epoch = midnight_of(epoch_day);
     fields.tm_mday = static_cast<int>(local.day.day);
     fields.tm_mon = static_cast<int>(local.day.month) - 1;
     fields.tm_year = local.day.year - 1900;
-    fields.tm_wday = static_cast<int>(ka_access::modulo_7(static_cast<unsigned int>(julian_day) + 1));
-    fields.tm_yday = julian_day - ka_access::day_number(1, 1, local.day.astronomical_year);
+    fields.tm_wday = static_cast<int>(ka_gregorian::modulo_7(static_cast<unsigned int>(julian_day) + 1));
+    fields.tm_yday = julian_day - ka_gregorian::day_number(1, 1, local.day.astronomical_year);
     fields.tm_isdst = local.is_dst;
     return fields;
 }
@@ -115,7 +115,7 @@ void ka_time_and_date::time_and_date(const ka_time_period& period, const ka_date
 
 void ka_time_and_date::time_and_date(const std::tm& fields, unsigned int microseconds)
 {
-    const ka_date date(fields);
+    const ka_date date = ka_access::date_of(fields);
     const ka_time time(fields, microseconds);
     time_and_date(time, date);
 }

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <ostream>
 
+#include "period_text.h"
 #include "platform.h"
 #include "text/digits.h"
 #include "throw.h"
@@ -28,39 +29,37 @@ void ka_time_period::time_period(const timeval& value)
 
 ka_time_period::operator timeval() const noexcept { return platform::to_timeval(seconds_, microseconds_); }
 
-std::string ka_time_period::to_string() const
-{
-    char text[longest_text];
-    return std::string(text, write_text(text));
-}
+std::string ka_time_period::to_string() const { return std::string(period_text(*this).view()); }
 
 void ka_time_period::print(std::ostream& stream) const { stream << to_string(); }
 
-char* ka_time_period::write_text(char* out) const noexcept
+period_text::period_text(const ka_time_period& period) noexcept
 {
-    char* const end = out + longest_text;
-    if (seconds_ == 0 && microseconds_ < 0)
+    const long long seconds = period.whole_seconds();
+    const int microseconds = period.microseconds();
+    char* out = text_;
+    if (seconds == 0 && microseconds < 0)
         *out++ = '-';
-    out = std::to_chars(out, end, seconds_).ptr;
-    if (microseconds_ != 0) {
+    out = std::to_chars(out, text_ + longest, seconds).ptr;
+    if (microseconds != 0) {
         *out++ = '.';
-        out = write_six_places(out,
-                               static_cast<unsigned int>(microseconds_ < 0 ? -microseconds_ : microseconds_));
+        out =
+            write_six_places(out, static_cast<unsigned int>(microseconds < 0 ? -microseconds : microseconds));
     }
     for (const char letter : {' ', 's', 'e', 'c', 'o', 'n', 'd'})
         *out++ = letter;
-    if (microseconds_ != 0 || (seconds_ != 1 && seconds_ != -1))
+    if (microseconds != 0 || (seconds != 1 && seconds != -1))
         *out++ = 's';
-    return out;
+    size_ = static_cast<std::size_t>(out - text_);
 }
 
-void ka_time_period::refuse(long long seconds, long long microseconds)
+void ka_time_period::refuse(given seconds, given microseconds)
 {
     throw_error(error_code::invalid_time_period, {__FILE__, __LINE__}, "Seconds: ", seconds,
                 " Microseconds: ", microseconds);
 }
 
-void ka_time_period::refuse(int days, int hours, int minutes, int seconds, int microseconds)
+void ka_time_period::refuse(given days, given hours, given minutes, given seconds, given microseconds)
 {
     throw_error(error_code::invalid_time_period, {__FILE__, __LINE__}, "Days: ", days, " Hours: ", hours,
                 " Minutes: ", minutes, " Seconds: ", seconds, " Microseconds: ", microseconds);

@@ -124,7 +124,7 @@ inline ka_time moved_in_day(const ka_time& time, const ka_time_period& adjustmen
 struct reading {
     ka_time time;
     ka_date date;
-    ka_access::date_parts day;
+    ka_gregorian::date_parts day;
     bool is_dst;
 };
 
@@ -134,10 +134,11 @@ struct reading {
     if (!local.is_regular) [[unlikely]] {
         const ka_date date = date_in_general(instant, zone, local.effect);
         const ka_time time = time_in_general(instant, zone, local.effect);
-        return {time, date, ka_access::split(date.julian_day()), local.effect.is_dst};
+        return {time, date, ka_gregorian::split(date.julian_day()), local.effect.is_dst};
     }
     const int day = local.date.julian_day();
-    return {local.time, local.date, local.known.julian_day == day ? local.known.parts : ka_access::split(day),
+    return {local.time, local.date,
+            local.known.julian_day == day ? local.known.parts : ka_gregorian::split(day),
             local.effect.is_dst};
 }
 

@@ -22,7 +22,7 @@ inline effect effect_of(const ka_time_zone_rule* rule) noexcept
 /// too; day number 0 stands for none.
 struct known_date {
     int julian_day = 0;
-    ka_access::date_parts parts;
+    ka_gregorian::date_parts parts;
 };
 
 /// The rule in effect at a time on a date, or null, whatever the kind of the
@@ -34,7 +34,7 @@ find_rule(const ka_time_zone& zone, const ka_time& time, const ka_date& date, kn
         return find_by_asking(zone, time, date);
     if (ka_access::rule_count(zone) == 0)
         return nullptr;
-    known = {date.julian_day(), ka_access::split(date.julian_day())};
+    known = {date.julian_day(), ka_gregorian::split(date.julian_day())};
     return find_simple(zone, time, date, known.parts.year, known.parts.month);
 }
 

@@ -37,9 +37,10 @@ bool is_within_points(const ka_time_zone_rule& rule, const ka_time& time, const 
 bool is_before_weekday(const ka_calendar_date& point, const ka_time& time, const ka_date& date,
                        int year) noexcept
 {
-    const int first = ka_access::day_number(point.month(), 1, year + (year < 0));
-    const int end = first + ka_access::month_length(point.month(), year);
-    const int found = ka_access::nth_weekday(first, end, point.week(), point.weekday());
+    const int counted = ka_gregorian::to_astronomical(year);
+    const int first = ka_gregorian::day_number(point.month(), 1, counted);
+    const int end = first + ka_gregorian::month_length(point.month(), ka_gregorian::is_leap(counted));
+    const int found = ka_gregorian::nth_weekday(first, end, point.week(), point.weekday());
     return is_before(time, date, point, ka_access::date(found));
 }
 
