@@ -12,6 +12,8 @@
 #include <time/chrono.h>
 #include <time/date.h>
 #include <time/error.h>
+#include <time/local.h>
+#include <time/timedate.h>
 #include <time/tperiod.h>
 
 /// Months, quarters and years; ages; weeks of ISO 8601; business days; and a
@@ -26,7 +28,7 @@
 ///     ka_period_text(ka_time_period(0, 2, 5, 0, 0));                    // "2 h 05 min"
 ///
 /// Everything here is compiled into the program that uses it, and works at
-/// compile time too.
+/// compile time too, but for moments and strings.
 /// Range: that of `ka_date`. There is no year 0: a year after -1 is 1.
 /// Failure: `ka_time_varnel_error` with the code named; what was given stays.
 
@@ -98,6 +100,26 @@ template <int MonthsEach>
 constexpr ka_date& operator+=(ka_date& date, ka_calendar_count<MonthsEach> count);
 template <int MonthsEach>
 constexpr ka_date& operator-=(ka_date& date, ka_calendar_count<MonthsEach> count);
+
+/// For a moment: the same local time in its zone on the moved date, and of a
+/// local time that the clocks skip or repeat there the one that `choice` says.
+/// No months leave the moment as it is. Not for the compiler.
+///
+///     ka_time_and_date call(ka_time(2, 30, 0), ka_date(2, 10, 2024), ka_time_zone::pacific());
+///     ka_add(call, ka_months(1)).time();                    // 03:30, as 02:30 is skipped
+///     (call + ka_months(2)).time();                         // 02:30
+template <int MonthsEach>
+ka_time_and_date ka_add(const ka_time_and_date& moment, ka_calendar_count<MonthsEach> count,
+                        ka_month_end end = ka_month_end::clamp,
+                        ka_local_choice choice = ka_local_choice::compatible);
+template <int MonthsEach>
+ka_time_and_date operator+(const ka_time_and_date& moment, ka_calendar_count<MonthsEach> count);
+template <int MonthsEach>
+ka_time_and_date operator-(const ka_time_and_date& moment, ka_calendar_count<MonthsEach> count);
+template <int MonthsEach>
+ka_time_and_date& operator+=(ka_time_and_date& moment, ka_calendar_count<MonthsEach> count);
+template <int MonthsEach>
+ka_time_and_date& operator-=(ka_time_and_date& moment, ka_calendar_count<MonthsEach> count);
 
 // How far two dates are apart.
 

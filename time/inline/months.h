@@ -155,6 +155,39 @@ constexpr ka_date& operator-=(ka_date& date, ka_calendar_count<MonthsEach> count
     return date = date - count;
 }
 
+template <int MonthsEach>
+ka_time_and_date ka_add(const ka_time_and_date& moment, ka_calendar_count<MonthsEach> count, ka_month_end end,
+                        ka_local_choice choice)
+{
+    if (count.count() == 0)
+        return moment;
+    return ka_local_time(moment.time_zone(), moment.time(), ka_add(moment.date(), count, end), choice);
+}
+
+template <int MonthsEach>
+ka_time_and_date operator+(const ka_time_and_date& moment, ka_calendar_count<MonthsEach> count)
+{
+    return ka_add(moment, count);
+}
+
+template <int MonthsEach>
+ka_time_and_date operator-(const ka_time_and_date& moment, ka_calendar_count<MonthsEach> count)
+{
+    return ka_add(moment, -count);
+}
+
+template <int MonthsEach>
+ka_time_and_date& operator+=(ka_time_and_date& moment, ka_calendar_count<MonthsEach> count)
+{
+    return moment = moment + count;
+}
+
+template <int MonthsEach>
+ka_time_and_date& operator-=(ka_time_and_date& moment, ka_calendar_count<MonthsEach> count)
+{
+    return moment = moment - count;
+}
+
 constexpr int ka_months_between(const ka_date& from, const ka_date& to)
 {
     const int months = static_cast<int>(ka_month_arithmetic::parts(to).month_number() -
