@@ -37,33 +37,36 @@ private:
     char message_[text_size] = {};
 };
 
+/// The codes of failures. The symbol of each is its name here without the
+/// first three characters, and its description is what stands beside it.
+enum ka_error : int {
+    ka_failure = 0,             ///< Requested operation failed.
+    ka_invalid_time = 1,        ///< Invalid time value.
+    ka_invalid_time_period = 2, ///< Invalid time period.
+    ka_invalid_date = 3,        ///< Invalid date.
+    ka_invalid_day = 4,         ///< Invalid day.
+    ka_invalid_weekday = 5,     ///< Invalid weekday.
+    ka_invalid_week = 6,        ///< Invalid week.
+    ka_invalid_month = 7,       ///< Invalid month.
+    ka_invalid_year = 8,        ///< Invalid year.
+    ka_divide_by_zero = 9,      ///< Division by zero failure.
+};
+
 /// Every failure that the library reports.
 ///
 ///     try {
 ///         ka_date(2, 30, 2024);
 ///     } catch (const ka_time_varnel_error& error) {
-///         error.code();   // 3
-///         error.what();   // "invalid_date: Month( 2 ), day( 30 ), year( 2024 ) [time/src/date:138]"
+///         error.code() == ka_invalid_date;   // true
+///         error.what();   // "invalid_date: Month( 2 ), day( 30 ), year( 2024 ) [time/src/date:135]"
 ///     }
 ///
 /// A message is the symbol of its code, ": ", the value that was refused, and
 /// the source line that refused it. Numbers in it are plain decimal, whatever
-/// the locale of the host. The codes:
-///
-///     code  symbol                 description
-///      0    failure                Requested operation failed.
-///      1    invalid_time           Invalid time value.
-///      2    invalid_time_period    Invalid time period.
-///      3    invalid_date           Invalid date.
-///      4    invalid_day            Invalid day.
-///      5    invalid_weekday        Invalid weekday.
-///      6    invalid_week           Invalid week.
-///      7    invalid_month          Invalid month.
-///      8    invalid_year           Invalid year.
-///      9    divide_by_zero         Division by zero failure.
+/// the locale of the host.
 class KA_TIME_VARNEL_API ka_time_varnel_error : public ka_varnel_error {
 public:
-    /// Takes any code, also one without a row above, and any text.
+    /// Takes any code, also one that is not in `ka_error`, and any text.
     ka_time_varnel_error(int code, const char* text) noexcept;
     ka_time_varnel_error(const ka_time_varnel_error&) noexcept;
     /// Copies: the source stays as it was.
@@ -72,7 +75,7 @@ public:
     ka_time_varnel_error& operator=(ka_time_varnel_error&&) noexcept;
     ~ka_time_varnel_error() override;
 
-    /// The code that the error was built with.
+    /// The code that the error was built with: of the library's own errors a `ka_error`.
     int code() const noexcept;
 
     /// The symbol of a code, such as "invalid_day"; null for a code outside 0 to 9.

@@ -5,12 +5,10 @@
 
 #include <time/date.h>
 #include <time/export.h>
+#include <time/start_stop.h>
 #include <time/time_of_day.h>
 #include <time/tperiod.h>
 #include <time/zone_rule.h>
-
-KA_TIME_VARNEL_API void ka_init_time_varnel();
-KA_TIME_VARNEL_API void ka_exit_time_varnel();
 
 /// A time zone: a standard offset, two names and up to seven rules that move
 /// its clocks.

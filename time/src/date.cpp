@@ -6,7 +6,7 @@
 
 #include <time/timedate.h>
 
-#include "platform.h"
+#include "platform/platform.h"
 #include "throw.h"
 
 namespace {
@@ -123,45 +123,39 @@ std::string ka_date::default_format() { return *ka_time_and_date::default_date_f
 
 void ka_date::default_format(const std::string& format) { *ka_time_and_date::default_date_format_ = format; }
 
-void ka_date::refuse_day(given julian_day)
-{
-    throw_error(error_code::invalid_day, {__FILE__, __LINE__}, julian_day);
-}
+void ka_date::refuse_day(given julian_day) { throw_error(ka_invalid_day, {KA_SOURCE, __LINE__}, julian_day); }
 
 void ka_date::refuse_whole_days(int julian_day)
 {
-    throw_error(error_code::invalid_day, {__FILE__, __LINE__}, "Invalid julian day: ", julian_day);
+    throw_error(ka_invalid_day, {KA_SOURCE, __LINE__}, "Invalid julian day: ", julian_day);
 }
 
 void ka_date::refuse_date(given month, given day, given year)
 {
-    throw_error(error_code::invalid_date, {__FILE__, __LINE__}, "Month( ", month, " ),", " day( ", day, " ),",
+    throw_error(ka_invalid_date, {KA_SOURCE, __LINE__}, "Month( ", month, " ),", " day( ", day, " ),",
                 " year( ", year, " )");
 }
 
-void ka_date::refuse_month(given month)
-{
-    throw_error(error_code::invalid_month, {__FILE__, __LINE__}, month);
-}
+void ka_date::refuse_month(given month) { throw_error(ka_invalid_month, {KA_SOURCE, __LINE__}, month); }
 
 void ka_date::refuse_month_of_weekday(given month)
 {
-    throw_error(error_code::invalid_month, {__FILE__, __LINE__}, "Invalid month: ", month);
+    throw_error(ka_invalid_month, {KA_SOURCE, __LINE__}, "Invalid month: ", month);
 }
 
-void ka_date::refuse_year(given year) { throw_error(error_code::invalid_year, {__FILE__, __LINE__}, year); }
+void ka_date::refuse_year(given year) { throw_error(ka_invalid_year, {KA_SOURCE, __LINE__}, year); }
 
 void ka_date::refuse_year_zero()
 {
-    throw_error(error_code::invalid_year, {__FILE__, __LINE__}, "Year zero never existed!");
+    throw_error(ka_invalid_year, {KA_SOURCE, __LINE__}, "Year zero never existed!");
 }
 
 void ka_date::refuse_weekday(given weekday)
 {
-    throw_error(error_code::invalid_weekday, {__FILE__, __LINE__}, weekday);
+    throw_error(ka_invalid_weekday, {KA_SOURCE, __LINE__}, weekday);
 }
 
 void ka_date::refuse_week()
 {
-    throw_error(error_code::invalid_week, {__FILE__, __LINE__}, "Invalid week for month!");
+    throw_error(ka_invalid_week, {KA_SOURCE, __LINE__}, "Invalid week for month!");
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <iterator>
 
 #include "throw.h"
 
@@ -26,7 +27,8 @@ constexpr error_row error_table[] = {
     {"invalid_year", "Invalid year."},
     {"divide_by_zero", "Division by zero failure."},
 };
-constexpr int error_count = sizeof error_table / sizeof error_table[0];
+constexpr int error_count = std::size(error_table);
+static_assert(error_count == ka_divide_by_zero + 1);
 
 constexpr error_row row_of(int code)
 {
@@ -51,9 +53,9 @@ const char* ka_time_varnel_error::symbol(int code) noexcept { return row_of(code
 
 const char* ka_time_varnel_error::description(int code) noexcept { return row_of(code).description; }
 
-message::message(error_code code) noexcept
+message::message(ka_error code) noexcept
 {
-    put(std::string_view(error_table[static_cast<int>(code)].symbol));
+    put(std::string_view(error_table[code].symbol));
     put(": ");
 }
 

@@ -89,5 +89,5 @@ void ka_read_failure::raise() const
 {
     // The symbol is put in front again, and the site behind.
     const char* const shown = std::strstr(message_, ": ") + 2;
-    throw_error(static_cast<error_code>(code_), {__FILE__, __LINE__}, std::string_view(shown));
+    throw_error(static_cast<ka_error>(code_), {KA_SOURCE, __LINE__}, std::string_view(shown));
 }

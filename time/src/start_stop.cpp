@@ -1,6 +1,6 @@
 #include <time/time_varnel.h>
 
-#include "platform.h"
+#include "platform/platform.h"
 #include "world/zone_library.h"
 
 namespace {

@@ -8,21 +8,13 @@
 #include <time/error.h>
 #include <time/inline/integer.h>
 
-/// The codes of `ka_time_varnel_error`, in the order of its table.
-enum class error_code : int {
-    failure,
-    invalid_time,
-    invalid_time_period,
-    invalid_date,
-    invalid_day,
-    invalid_weekday,
-    invalid_week,
-    invalid_month,
-    invalid_year,
-    divide_by_zero
-};
+// The source as messages name it, such as "time/src/date": each source is told
+// its own, so that no path of a build gets into a message.
+#ifndef KA_SOURCE
+#define KA_SOURCE __FILE__
+#endif
 
-/// Where a throw stands: always `{__FILE__, __LINE__}`, at the throw itself.
+/// Where a throw stands: always `{KA_SOURCE, __LINE__}`, at the throw itself.
 struct throw_site {
     const char* file;
     int line;
@@ -34,7 +26,7 @@ struct throw_site {
 class message {
 public:
     /// Begins with the symbol of the code.
-    explicit message(error_code code) noexcept;
+    explicit message(ka_error code) noexcept;
 
     void put(std::string_view text) noexcept;
     void put(long long number) noexcept;
@@ -70,11 +62,11 @@ private:
 /// into its caller: each frame on the way to a handler costs as much as all of
 /// the message.
 template <typename... Shown>
-[[noreturn, gnu::always_inline]] inline void throw_error(error_code code, throw_site site,
+[[noreturn, gnu::always_inline]] inline void throw_error(ka_error code, throw_site site,
                                                          const Shown&... shown)
 {
     message text(code);
     (text.put(shown), ...);
     text.put(site);
-    throw ka_time_varnel_error(static_cast<int>(code), text.text());
+    throw ka_time_varnel_error(code, text.text());
 }

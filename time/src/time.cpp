@@ -3,7 +3,7 @@
 #include <time/time_of_day.h>
 #include <time/timedate.h>
 
-#include "platform.h"
+#include "platform/platform.h"
 #include "throw.h"
 
 ka_time::ka_time(const std::tm& fields, unsigned int microseconds) { time(fields, microseconds); }
@@ -38,6 +38,5 @@ void ka_time::default_format(const std::string& format) { *ka_time_and_date::def
 
 void ka_time::refuse(given hours, given minutes, given seconds, given microseconds)
 {
-    throw_error(error_code::invalid_time, {__FILE__, __LINE__}, hours, ":", minutes, ":", seconds, ":",
-                microseconds);
+    throw_error(ka_invalid_time, {KA_SOURCE, __LINE__}, hours, ":", minutes, ":", seconds, ":", microseconds);
 }

@@ -4,7 +4,7 @@
 
 #include "clock/local_clock.h"
 #include "clock/setting.h"
-#include "platform.h"
+#include "platform/platform.h"
 #include "throw.h"
 
 namespace {
@@ -168,7 +168,7 @@ ka_time_and_date ka_time_and_date::now()
 {
     ka_time_and_date moment;
     if (set_to_present(moment) == min_date())
-        throw_error(error_code::failure, {__FILE__, __LINE__}, "Could not determine current time and date");
+        throw_error(ka_failure, {KA_SOURCE, __LINE__}, "Could not determine current time and date");
     return moment;
 }
 

@@ -4,7 +4,7 @@
 #include <ostream>
 
 #include "period_text.h"
-#include "platform.h"
+#include "platform/platform.h"
 #include "text/digits.h"
 #include "throw.h"
 
@@ -55,14 +55,14 @@ period_text::period_text(const ka_time_period& period) noexcept
 
 void ka_time_period::refuse(given seconds, given microseconds)
 {
-    throw_error(error_code::invalid_time_period, {__FILE__, __LINE__}, "Seconds: ", seconds,
+    throw_error(ka_invalid_time_period, {KA_SOURCE, __LINE__}, "Seconds: ", seconds,
                 " Microseconds: ", microseconds);
 }
 
 void ka_time_period::refuse(given days, given hours, given minutes, given seconds, given microseconds)
 {
-    throw_error(error_code::invalid_time_period, {__FILE__, __LINE__}, "Days: ", days, " Hours: ", hours,
+    throw_error(ka_invalid_time_period, {KA_SOURCE, __LINE__}, "Days: ", days, " Hours: ", hours,
                 " Minutes: ", minutes, " Seconds: ", seconds, " Microseconds: ", microseconds);
 }
 
-void ka_time_period::refuse_zero_divisor() { throw_error(error_code::divide_by_zero, {__FILE__, __LINE__}); }
+void ka_time_period::refuse_zero_divisor() { throw_error(ka_divide_by_zero, {KA_SOURCE, __LINE__}); }

@@ -55,4 +55,4 @@ std::string ka_wint::to_string(ka_base radix, bool upper) const
 
 void ka_wint::print(std::ostream& stream) const { stream << to_string(ka_decimal, true); }
 
-void ka_wint::refuse_zero_divisor() { throw_error(error_code::divide_by_zero, {__FILE__, __LINE__}); }
+void ka_wint::refuse_zero_divisor() { throw_error(ka_divide_by_zero, {KA_SOURCE, __LINE__}); }

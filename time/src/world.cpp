@@ -17,7 +17,7 @@ ka_time_and_date ka_present(const ka_time_zone& zone)
 {
     std::timespec now = {};
     if (std::timespec_get(&now, TIME_UTC) == 0)
-        throw_error(error_code::failure, {__FILE__, __LINE__}, "Could not determine current time and date");
+        throw_error(ka_failure, {KA_SOURCE, __LINE__}, "Could not determine current time and date");
     ka_time_and_date moment(ka_time_period(now.tv_sec, static_cast<int>(now.tv_nsec / 1000)));
     moment.time_zone(zone);
     return moment;

@@ -65,7 +65,7 @@ ka_time_period local_time_of(const ka_time& time, const ka_date& date)
 
 [[noreturn]] void refuse(const char* what, const ka_time_zone& zone, const ka_time& time, const ka_date& date)
 {
-    throw_error(error_code::invalid_time, {__FILE__, __LINE__}, time.to_string("%H:%M:%S.%q"), " on ",
+    throw_error(ka_invalid_time, {KA_SOURCE, __LINE__}, time.to_string("%H:%M:%S.%q"), " on ",
                 date.to_string("%Y-%m-%d"), what, zone.name());
 }
 

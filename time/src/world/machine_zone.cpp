@@ -2,8 +2,8 @@
 #include <cstdlib>
 #include <mutex>
 
-#include "../platform.h"
 #include "../platform/files.h"
+#include "../platform/platform.h"
 #include "posix_text.h"
 #include "zone_library.h"
 

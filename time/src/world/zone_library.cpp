@@ -99,24 +99,23 @@ const ka_time_zone& zone_library::zone(std::string_view name)
     if (is_in_memory_) {
         const auto file = files_.find(name);
         if (file == files_.end())
-            throw_error(error_code::failure, {__FILE__, __LINE__}, "Zone( ", shown(name),
+            throw_error(ka_failure, {KA_SOURCE, __LINE__}, "Zone( ", shown(name),
                         " ), not among the files of the store");
         return load(name, "memory", file->second);
     }
     if (!is_name(name))
-        throw_error(error_code::failure, {__FILE__, __LINE__}, "Zone( ", shown(name),
-                    " ), no name of a zone");
+        throw_error(ka_failure, {KA_SOURCE, __LINE__}, "Zone( ", shown(name), " ), no name of a zone");
     const found_file found = look_up(name);
     if (found.state == file_state::read)
         return load(name, found.place, found.bytes);
     if (found.state != file_state::absent)
-        throw_error(error_code::failure, {__FILE__, __LINE__}, "Zone( ", shown(name), " ), file( ",
+        throw_error(ka_failure, {KA_SOURCE, __LINE__}, "Zone( ", shown(name), " ), file( ",
                     shown(found.place), " ) ", what_is_wrong(found.state));
     const auto has_data = std::find_if(folders_.begin(), folders_.end(), platform::is_folder);
     if (has_data != folders_.end())
-        throw_error(error_code::failure, {__FILE__, __LINE__}, "Zone( ", shown(name), " ), not in folder( ",
+        throw_error(ka_failure, {KA_SOURCE, __LINE__}, "Zone( ", shown(name), " ), not in folder( ",
                     shown(*has_data), " )");
-    throw_error(error_code::failure, {__FILE__, __LINE__}, "Zone( ", shown(name), " ), no folder( ",
+    throw_error(ka_failure, {KA_SOURCE, __LINE__}, "Zone( ", shown(name), " ), no folder( ",
                 shown(folders_.front()), " ); tz data come with the package tzdata");
 }
 
@@ -127,8 +126,8 @@ const ka_time_zone& zone_library::zone_in_file(const std::string& path)
     std::string bytes;
     const file_state state = platform::read_file(path, most_bytes, bytes);
     if (state != file_state::read)
-        throw_error(error_code::failure, {__FILE__, __LINE__}, "Zone( ", shown(path), " ), file( ",
-                    shown(path), " ) ", what_is_wrong(state));
+        throw_error(ka_failure, {KA_SOURCE, __LINE__}, "Zone( ", shown(path), " ), file( ", shown(path),
+                    " ) ", what_is_wrong(state));
     return load(path, path, bytes);
 }
 
@@ -137,8 +136,8 @@ const ka_time_zone& zone_library::load(std::string_view name, const std::string&
 {
     zone_data data;
     if (const auto wrong = read_tzif(bytes, data))
-        throw_error(error_code::failure, {__FILE__, __LINE__}, "Zone( ", shown(name), " ), file( ",
-                    shown(place), " ): ", std::string_view(wrong->what), ", at byte( ", wrong->place, " )");
+        throw_error(ka_failure, {KA_SOURCE, __LINE__}, "Zone( ", shown(name), " ), file( ", shown(place),
+                    " ): ", std::string_view(wrong->what), ", at byte( ", wrong->place, " )");
     return zones_.add(std::make_unique<loaded_zone>(name, data));
 }
 
@@ -148,8 +147,8 @@ const ka_time_zone& zone_library::posix_zone(std::string_view text)
         return *known;
     zone_data data;
     if (const auto wrong = read_posix_text(text, data.rules))
-        throw_error(error_code::failure, {__FILE__, __LINE__}, "TZ string( ", shown(text), " ), at( ",
-                    wrong->place, " ): ", std::string_view(wrong->what));
+        throw_error(ka_failure, {KA_SOURCE, __LINE__}, "TZ string( ", shown(text), " ), at( ", wrong->place,
+                    " ): ", std::string_view(wrong->what));
     data.has_rules = true;
     return posix_zones_.add(std::make_unique<loaded_zone>(text, data));
 }
