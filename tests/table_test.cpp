@@ -153,18 +153,22 @@ TEST(Table, HasAnEnd)
 TEST(Table, ComesAgainAfter400Years)
 {
     std::mt19937 random;
-    for (const bool is_endless : {false, true}) {
-        SCOPED_TRACE(is_endless);
-        const long long origin = 200'000'000'000;
-        std::vector<long long> times = changes_from(origin, 130, random);
-        for (long long& time : times)
-            time = origin + (time - origin) % fold;
-        std::sort(times.begin(), times.end());
-        made_table made(times, origin, origin + fold, true);
-        made.view.folds_forward = true;
-        made.view.folds_back = is_endless;
-        expect_same_everywhere(made, {made, fold, is_endless});
-    }
+    for (const bool is_endless : {false, true})
+        for (const int rounds : {1, 2}) {
+            SCOPED_TRACE(is_endless);
+            SCOPED_TRACE(rounds);
+            const long long origin = 200'000'000'000;
+            std::vector<long long> times = changes_from(origin, 130, random);
+            for (long long& time : times)
+                time = origin + (time - origin) % fold;
+            std::sort(times.begin(), times.end());
+            for (std::size_t i = 0; rounds == 2 && i < 130; ++i)
+                times.push_back(times[i] + fold);
+            made_table made(times, origin, origin + rounds * fold, true);
+            made.view.folds_forward = true;
+            made.view.folds_back = is_endless;
+            expect_same_everywhere(made, {made, rounds * fold, is_endless});
+        }
 }
 
 }
