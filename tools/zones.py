@@ -4,7 +4,7 @@
     zones.py check ROOT ZONE_YEARS    fails where the page or a picture is not what the library gives
     zones.py write ROOT ZONE_YEARS    brings both up to date
 
-ZONE_YEARS is the program of examples/zone_years.cpp; the tz data are those of the machine.
+ZONE_YEARS is the program of tools/zone_years.cpp; the tz data are those of the machine.
 """
 import bisect, datetime, difflib, subprocess, sys, tempfile, zoneinfo
 from pathlib import Path
