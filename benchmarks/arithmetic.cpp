@@ -41,6 +41,20 @@ void divide()
     for_each_input([&](std::size_t i) { return a[i] / by[i]; });
 }
 
+void divide_any()
+{
+    static const auto a =
+        made_column([](std::size_t i) { return ka_time_period(inputs().any_numbers[i] >> 20, 0); });
+    const auto& by = inputs().divisors;
+    for_each_input([&](std::size_t i) { return a[i] / by[i]; });
+}
+
+auto any_wint_text()
+{
+    static const auto in = made_column([](std::size_t i) { return ka_wint(inputs().any_numbers[i]); });
+    return [](std::size_t i) { return in[i].to_string(); };
+}
+
 const column<ka_wint>& long_wints()
 {
     static const auto made = made_column([](std::size_t i) { return ka_wint(inputs().long_numbers[i]); });
@@ -93,7 +107,9 @@ std::vector<operation> arithmetic_operations()
         {"period - period", subtract, 1.2, 22},
         {"period < period", compare, 1.0, 8},
         {"period / int", divide, 1.5, 40},
+        {"period / int, to 43 bits of seconds", divide_any, 1.5, 0},
         {"ka_wint to 12 digits", run_all<wint_text>, 1.0, 230, result_of<wint_text>},
+        {"ka_wint to 1 to 19 digits", run_all<any_wint_text>, 0.95, 0, result_of<any_wint_text>},
         {"ka_wint * ka_wint", wint_multiply, 2.5, 20},
         {"ka_wint / ka_wint", wint_divide, 1.1, 32},
         {"a refused value, thrown and caught", refuse, 0.6, 0},

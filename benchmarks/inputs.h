@@ -2,15 +2,17 @@
 
 #include <array>
 #include <cstdint>
+#include <cstdlib>
 #include <random>
 
 #include "operations.h"
 
-// The inputs, the same for the library and for its peers: plain numbers of a
-// fixed seed, from which each makes its own values before anything is measured.
+// The inputs, the same for the library and for its peers: plain numbers, from
+// which each makes its own values before anything is measured. Their seed is
+// fixed where instructions are counted; each round of times has one of its own.
 
 template <typename Value>
-using column = std::array<Value, batch_size>;
+using column = std::array<Value, input_count>;
 
 constexpr long long epoch_day = 2440588;
 
@@ -30,21 +32,24 @@ struct plain_inputs {
     /// Twelve digits, and six.
     column<long long> long_numbers;
     column<long long> short_numbers;
+    /// 1 to 19 digits, each number of bits as often as any other, with either sign.
+    column<long long> any_numbers;
 };
 
 inline const plain_inputs& inputs()
 {
     static const plain_inputs all = [] {
-        std::mt19937_64 random(20240704);
+        const char* seed = std::getenv("VARNEL_SEED");
+        std::mt19937_64 random(seed ? std::strtoull(seed, nullptr, 10) : 20240704);
         const auto between = [&](long long low, long long high) {
             return low + static_cast<long long>(random() % static_cast<std::uint64_t>(high - low + 1));
         };
         plain_inputs made = {};
-        for (std::size_t i = 0; i < batch_size; ++i) {
+        for (std::size_t i = 0; i < input_count; ++i) {
             made.days[i] = static_cast<int>(between(-25567, 47846));
             made.early[i] = between(86400, 2145916799);
             made.late[i] = between(2208988800, 4133980799);
-            made.one_day[i] = 1720051200 + static_cast<long long>(i) * 21;
+            made.one_day[i] = 1720051200 + static_cast<long long>(i % batch_size) * 21;
             made.microseconds[i] = static_cast<int>(between(0, 999999));
             for (int j = 0; j < 2; ++j) {
                 made.seconds[j][i] = between(-1000000000, 1000000000);
@@ -54,6 +59,11 @@ inline const plain_inputs& inputs()
             made.divisors[i] = static_cast<int>(between(2, 100));
             made.long_numbers[i] = between(100000000000, 999999999999);
             made.short_numbers[i] = between(100000, 999999);
+        }
+        for (long long& number : made.any_numbers) {
+            number = static_cast<long long>(random() >> (1 + random() % 63));
+            if (random() % 2 != 0)
+                number = -number;
         }
         return made;
     }();
@@ -65,7 +75,7 @@ template <typename Function>
 auto made_column(Function function)
 {
     column<decltype(function(std::size_t{}))> made;
-    for (std::size_t i = 0; i < batch_size; ++i)
+    for (std::size_t i = 0; i < input_count; ++i)
         made[i] = function(i);
     return made;
 }

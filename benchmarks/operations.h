@@ -15,6 +15,10 @@ using result_text = std::string (*)(std::size_t);
 
 constexpr std::size_t batch_size = 4096;
 
+/// Where the inputs of a batch begin: those of the first are seen to warm up, those of the second once alone.
+inline std::size_t batch_begin = 0;
+constexpr std::size_t input_count = 2 * batch_size;
+
 /// An operation of the library, with what it has to reach: the time at most, as
 /// a multiple of the fastest peer's, and the instructions at most. 0 stands for
 /// no goal.
@@ -59,7 +63,8 @@ void keep(const Value& value)
 template <typename Function>
 [[gnu::always_inline]] inline void for_each_input(Function function)
 {
-    for (std::size_t i = 0; i < batch_size; ++i)
+    const std::size_t begin = batch_begin;
+    for (std::size_t i = begin; i < begin + batch_size; ++i)
         keep(function(i));
 }
 

@@ -94,6 +94,14 @@ void divide()
     for_each_input([&](std::size_t i) { return a[i] / by[i]; });
 }
 
+void divide_any()
+{
+    static const auto a = made_column(
+        [](std::size_t i) { return period(boost::posix_time::seconds(inputs().any_numbers[i] >> 20)); });
+    const auto& by = inputs().divisors;
+    for_each_input([&](std::size_t i) { return a[i] / by[i]; });
+}
+
 const column<wide>& long_numbers()
 {
     static const auto made = made_column([](std::size_t i) { return wide(inputs().long_numbers[i]); });
@@ -129,6 +137,7 @@ const peers rows = {
     {"period - period", "Boost", subtract},
     {"period < period", "Boost", compare},
     {"period / int", "Boost", divide},
+    {"period / int, to 43 bits of seconds", "Boost", divide_any},
     {"ka_wint * ka_wint", "Boost", wide_multiply},
     {"ka_wint / ka_wint", "Boost", wide_divide},
 };

@@ -143,6 +143,12 @@ auto number_text()
     return [&in](std::size_t i) { return std::to_string(in[i]); };
 }
 
+auto any_number_text()
+{
+    const auto& in = inputs().any_numbers;
+    return [&in](std::size_t i) { return std::to_string(in[i]); };
+}
+
 /// A function of its own, as whoever refuses a value has.
 [[gnu::noinline]] int refused(int month, int day, int year)
 {
@@ -183,6 +189,7 @@ const peers rows = {
     {"period - period", "timersub", subtract},
     {"period < period", "timercmp", compare},
     {"ka_wint to 12 digits", "std::to_string", run_all<number_text>, result_of<number_text>},
+    {"ka_wint to 1 to 19 digits", "std::to_string", run_all<any_number_text>, result_of<any_number_text>},
     {"a refused value, thrown and caught", "std::runtime_error + ostringstream", refuse},
 };
 

@@ -84,6 +84,19 @@ void add_months()
     });
 }
 
+[[gnu::noinline]] sys_days nth_weekday(unsigned int which, weekday day, month in, year of)
+{
+    return year_month_weekday(of, in, day[which]);
+}
+
+void any_nth_weekday()
+{
+    const auto& in = all_parts();
+    for_each_input([&](std::size_t i) {
+        return nth_weekday(1 + in[i].day % 4, weekday(in[i].day % 7), month(in[i].month), year(in[i].year));
+    });
+}
+
 const peers rows = {
     {"day number to month, day, year", "std::chrono", split},
     {"month(), day(), year()", "std::chrono", split},
@@ -92,6 +105,7 @@ const peers rows = {
     {"weekday()", "std::chrono", week_day},
     {"last Sunday of October", "std::chrono", last_sunday},
     {"second Sunday of March", "std::chrono", second_sunday},
+    {"n-th weekday, from many places", "std::chrono", any_nth_weekday},
     {"date + months, clamped", "std::chrono", add_months},
 };
 

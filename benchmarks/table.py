@@ -6,7 +6,6 @@
     table.py BUILD table [markdown]    times everything, and prints all
 """
 
-import json
 import os
 import pathlib
 import re
@@ -18,7 +17,7 @@ import tempfile
 HERE = pathlib.Path(__file__).resolve().parent
 COUNTS = HERE / "counts.txt"
 BATCH = 4096
-PASSES = 41
+ROUNDS = 151
 TOLERANCE = 1.05
 NOW = "ka_time_and_date::now()"
 NOW_OF_RUNTIME = "clock_gettime + localtime_r"
@@ -87,34 +86,31 @@ def goals(build):
     return rows
 
 
-def timed_once(build):
-    with tempfile.NamedTemporaryFile() as out:
-        output(build / "benchmarks/varnel_bench", "--benchmark_min_time=0.005",
-               f"--benchmark_out={out.name}", "--benchmark_out_format=json")
-        return json.load(out)
-
-
 def timed(build):
-    """Median nanoseconds by operation and peer; "" is the library itself."""
+    """Median nanoseconds by operation and peer, "" for the library itself, and the median of the ratios to a peer.
+
+    Each round has inputs of its own, and a ratio is of two times of one round, taken right after each other.
+    """
     times = {}
-    for _ in range(PASSES):
-        results = timed_once(build)
-        for row in results["benchmarks"]:
-            operation, name = row["name"].split("|")
-            times.setdefault(operation, {}).setdefault(name, []).append(row["cpu_time"] / BATCH)
-    medians = {operation: {name: statistics.median(all_passes) for name, all_passes in names.items()}
+    for seed in range(1, ROUNDS + 1):
+        for line in output(build / "benchmarks/varnel_bench", VARNEL_SEED=str(seed)).splitlines():
+            operation, name, nanoseconds = line.split("|")
+            times.setdefault(operation, {}).setdefault(name, []).append(float(nanoseconds))
+    medians = {operation: {name: statistics.median(rounds) for name, rounds in names.items()}
                for operation, names in times.items()}
-    return medians, notes(results["context"])
+    ratios = {operation: {name: statistics.median(ours / theirs for ours, theirs in zip(names[""], rounds))
+                          for name, rounds in names.items()} for operation, names in times.items()}
+    return medians, ratios, list(notes(build))
 
 
-def notes(context):
+def notes(build):
     """What the reader of the times has to know."""
-    differing, missing = context["differing"], context["missing"].split()
+    differing, missing = output(build / "benchmarks/varnel_bench", "check").strip("\n").split("|")
     if differing != "0":
         yield (f"Of the {BATCH} inputs of a row, at most {differing} have another result with a peer, "
                "whose zone has other rules there.")
-    if missing:
-        yield "Not here, so not compared with: " + ", ".join(missing)
+    if missing.split():
+        yield "Not here, so not compared with: " + ", ".join(missing.split())
 
 
 def saved_counts():
@@ -142,15 +138,18 @@ def machine():
 
 
 def table_rows(build):
-    counts, (times, remarks) = counted(build), timed(build)
+    counts, (times, ratios, remarks) = counted(build), timed(build)
     counts[START_PACIFIC] = start_cost(build, LC_ALL="en_US.UTF-8")
     rows = []
     for name, (goal_ratio, goal_count) in goals(build).items():
         if name == NOW:
             goal_count = counts[NOW_OF_RUNTIME] + 250
         ours = times[name].pop("")
+        if not times[name]:
+            rows.append([name, f"{ours:.1f}", "", "", "", f"{counts[name]}", f"{goal_count or ''}", ""])
+            continue
         peer, theirs = min(times[name].items(), key=lambda item: item[1])
-        ratio = ours / theirs
+        ratio = ratios[name][peer]
         marks = [mark for mark, missed in (("time", ratio > goal_ratio),
                                            ("instructions", 0 < goal_count < counts[name])) if missed]
         rows.append([name, f"{ours:.1f}", f"{peer} {theirs:.1f}", f"{ratio:.2f}", f"{goal_ratio:g}",
