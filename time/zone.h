@@ -127,9 +127,9 @@ private:
     static ka_time_zone *utc_, *gmt_, *cet_, *wet_, *pwt_, *sast_, *hawt_, *indt_, *pst_, *mst_, *cst_, *est_,
         *ast_, *nst_, *yst_, *ast_10_, *ist_;
 
-    /// How rules are looked up: each of the library's own kind, or asked by its
-    /// virtual operation.
-    enum class rule_kind : unsigned char { simple, user_defined };
+    /// How the zone knows its changes: by rules of the library's own kind, by
+    /// asking each rule, or by a table.
+    enum class rule_kind : unsigned char { simple, user_defined, table };
 
     std::string name_;
     std::string dst_name_;

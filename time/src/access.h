@@ -6,6 +6,8 @@
 #include <time/tperiod.h>
 #include <time/zone.h>
 
+#include "rules/slots.h"
+
 /// What the library opens to itself in its classes; this list is all of it.
 struct ka_access {
     // Values of numbers that are known to be right, and the numbers in values.
@@ -37,7 +39,24 @@ struct ka_access {
     static int rule_count(const ka_time_zone& zone) noexcept { return zone.count_; }
     /// The rules in their slots, as many as the zone has.
     static const ka_time_zone_rule* const* rules(const ka_time_zone& zone) noexcept { return zone.rules_; }
-    struct catalogue;
+    /// The table of a zone that goes by one.
+    static const rules::table& changes(const ka_time_zone& zone) noexcept
+    {
+        return *reinterpret_cast<const rules::slots*>(zone.rules_)->changes;
+    }
+    static std::string name(const std::string& stem, const ka_time_period& offset)
+    {
+        return ka_time_zone::name(stem, offset);
+    }
+    /// Has a zone go by a table, until a rule is inserted. The zone's offset is of
+    /// whole seconds, and the table moves no clock by a week or more. The rules
+    /// stay the zone's own: those of the built-in zones define their tables.
+    static void go_by(ka_time_zone& zone, const rules::table& changes) noexcept
+    {
+        reinterpret_cast<rules::slots*>(zone.rules_)->changes = &changes;
+        zone.kind_ = rule_kind::table;
+    }
+    struct built_in_zones;
 
     // Moments.
 

@@ -50,7 +50,9 @@ std::string text_of(std::string_view format, const ka_time_and_date& value)
                     static_cast<short>(now.day.year),
                     now.is_dst,
                     now.date.julian_day(),
-                    value.time_zone()});
+                    value.time_zone(),
+                    user_texts,
+                    now.told});
 }
 
 }

@@ -41,11 +41,11 @@ ka_date set_to_present(ka_time_and_date& moment)
     const ka_date date = ka_access::date_of(clock.local);
     const ka_time time(clock.since_midnight());
     ka_time_period instant;
-    const bool is_dst = clocks::set_local(instant, time, date, moment.time_zone()).is_dst;
+    const rules::effect effect = clocks::set_local(instant, time, date, moment.time_zone());
     moment.utc_time_and_date(instant);
     // With no rule in effect the standard clock shows what was read, and asking
-    // again would be to ask the same.
-    return is_dst ? moment.date() : date;
+    // again would be to ask the same. A table can tell the two clocks apart.
+    return effect.is_moved || effect.told != nullptr ? moment.date() : date;
 }
 
 }

@@ -8,7 +8,19 @@
 
 namespace {
 
-constexpr int max_rules = 7;
+/// The kind of a zone once a rule is inserted. One that went by a table goes by
+/// its rules from then on.
+ka_access::rule_kind kind_with(const ka_time_zone& zone, const ka_time_zone_rule& inserted) noexcept
+{
+    using enum ka_access::rule_kind;
+    if (ka_access::kind(zone) == user_defined || !rules::is_simple(inserted))
+        return user_defined;
+    if (ka_access::kind(zone) == table)
+        for (int slot = 0; slot < ka_access::rule_count(zone); ++slot)
+            if (!rules::is_simple(*ka_access::rules(zone)[slot]))
+                return user_defined;
+    return simple;
+}
 
 }
 
@@ -19,14 +31,14 @@ ka_time_zone::ka_time_zone(const ka_time_period& offset, const std::string& name
 {}
 
 ka_time_zone::ka_time_zone(const ka_time_period& offset, const std::string& name, const std::string& dst_name)
-    : name_(name), dst_name_(dst_name), offset_(offset), rules_(new ka_time_zone_rule* [max_rules] {})
+    : name_(name), dst_name_(dst_name), offset_(offset), rules_((new rules::slots)->rules)
 {}
 
-ka_time_zone::~ka_time_zone() { delete[] rules_; }
+ka_time_zone::~ka_time_zone() { delete reinterpret_cast<rules::slots*>(rules_); }
 
 bool ka_time_zone::insert(ka_time_zone_rule& rule) noexcept
 {
-    if (count_ == max_rules)
+    if (count_ == rules::slots::count)
         return false;
     ka_time_zone_rule** const end = rules_ + count_;
     ka_time_zone_rule** const place =
@@ -34,14 +46,13 @@ bool ka_time_zone::insert(ka_time_zone_rule& rule) noexcept
     std::move_backward(place, end, end + 1);
     *place = &rule;
     ++count_;
-    if (!rules::is_simple(rule))
-        kind_ = rule_kind::user_defined;
+    kind_ = kind_with(*this, rule);
     return true;
 }
 
 const ka_time_zone_rule* ka_time_zone::rule(int index) const noexcept
 {
-    return 0 <= index && index < max_rules ? rules_[index] : nullptr;
+    return 0 <= index && index < rules::slots::count ? rules_[index] : nullptr;
 }
 
 const ka_time_zone_rule* ka_time_zone::rule(const ka_time& time, const ka_date& date) const
@@ -52,19 +63,18 @@ const ka_time_zone_rule* ka_time_zone::rule(const ka_time& time, const ka_date& 
 
 ka_time_period ka_time_zone::offset(const ka_time& time, const ka_date& date) const
 {
-    const ka_time_zone_rule* const in_effect = rule(time, date);
-    return in_effect != nullptr ? offset_ - in_effect->adjustment() : offset_;
+    const rules::effect effect = rules::effect_at<rules::clock::local>(*this, time, date);
+    return effect.is_moved ? offset_ - effect.adjustment : offset_;
 }
 
 ka_time_period ka_time_zone::dst_adjustment(const ka_time& time, const ka_date& date) const
 {
-    const ka_time_zone_rule* const in_effect = rule(time, date);
-    return in_effect != nullptr ? in_effect->adjustment() : ka_time_period();
+    return rules::effect_at<rules::clock::local>(*this, time, date).adjustment;
 }
 
 bool ka_time_zone::is_dst(const ka_time& time, const ka_date& date) const
 {
-    return rule(time, date) != nullptr;
+    return rules::effect_at<rules::clock::local>(*this, time, date).is_dst;
 }
 
 std::string ka_time_zone::name() const { return name(name_, offset_); }
@@ -76,7 +86,16 @@ std::string ka_time_zone::dst_name() const
 
 std::string ka_time_zone::name(const ka_time& time, const ka_date& date) const
 {
-    return is_dst(time, date) ? dst_name() : name();
+    const rules::effect effect = rules::effect_at<rules::clock::local>(*this, time, date);
+    return rules::name_under(*this, effect.is_dst, effect.told);
+}
+
+std::string rules::name_under(const ka_time_zone& zone, bool is_dst, const kind* told)
+{
+    if (told == nullptr || ka_access::changes(zone).abbreviations == nullptr)
+        return is_dst ? zone.dst_name() : zone.name();
+    const char* const abbreviation = ka_access::changes(zone).abbreviations + told->abbreviation;
+    return ka_access::name(abbreviation, zone.offset() - ka_time_period(told->adjustment));
 }
 
 void ka_time_zone::print(std::ostream& stream) const

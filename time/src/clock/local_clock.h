@@ -1,6 +1,5 @@
 #pragma once
 
-#include "../access.h"
 #include "../rules/effect.h"
 
 // How an instant is read in a zone, in two stages: the standard clock, which is
@@ -12,11 +11,11 @@ namespace clocks {
 
 inline constexpr long long seconds_per_day = 86400;
 
-/// Whether a clock shows a date in the range.
-constexpr bool is_in_range(long long seconds) noexcept
+/// Whether a clock shows a date in the range, and none of the first or last week.
+constexpr bool is_well_in_range(long long seconds) noexcept
 {
-    constexpr long long first = 38 * seconds_per_day;
-    constexpr long long end = 13688961 * seconds_per_day;
+    constexpr long long first = (38 + 7) * seconds_per_day;
+    constexpr long long end = (13688961 - 7) * seconds_per_day;
     return first <= seconds && seconds < end;
 }
 
@@ -42,12 +41,13 @@ constexpr long long wrapping_difference(long long a, long long b) noexcept
 
 /// The standard clock where seconds are all there is to subtract, as they are for
 /// nearly every moment: an instant above zero, under an offset of whole seconds,
-/// which reads a date in the range.
+/// which reads a date in the range, and not so near its ends that a table could
+/// move it out.
 struct standard_clock {
     [[gnu::always_inline]] standard_clock(const ka_time_period& instant, const ka_time_zone& zone) noexcept
         : seconds(
               wrapping_difference(ka_access::seconds(instant), ka_access::seconds(ka_access::offset(zone)))),
-          is_regular(is_in_range(seconds) && instant.microseconds() >= 0 &&
+          is_regular(is_well_in_range(seconds) && instant.microseconds() >= 0 &&
                      ka_access::offset(zone).microseconds() == 0)
     {}
 
@@ -92,6 +92,11 @@ inline ka_time moved_in_day(const ka_time& time, const ka_time_period& adjustmen
         const rules::effect effect = effect_in_general(instant, zone);
         return {false, {}, {}, effect, {}};
     }
+    if (ka_access::kind(zone) == rules::zone_kind::table) {
+        const rules::kind& told = rules::kind_at<rules::clock::standard>(zone, standard.seconds);
+        const long long seconds = standard.seconds + told.adjustment;
+        return {true, time_at(seconds, instant.microseconds()), date_at(seconds), rules::effect_of(told), {}};
+    }
     const ka_time time = time_at(standard.seconds, instant.microseconds());
     const ka_date date = date_at(standard.seconds);
     rules::known_date known;
@@ -126,6 +131,8 @@ struct reading {
     ka_date date;
     ka_gregorian::date_parts day;
     bool is_dst;
+    /// What the zone's table tells, where it goes by one.
+    const rules::kind* told;
 };
 
 [[gnu::always_inline]] inline reading local_reading(const ka_time_period& instant, const ka_time_zone& zone)
@@ -134,12 +141,12 @@ struct reading {
     if (!local.is_regular) [[unlikely]] {
         const ka_date date = date_in_general(instant, zone, local.effect);
         const ka_time time = time_in_general(instant, zone, local.effect);
-        return {time, date, ka_gregorian::split(date.julian_day()), local.effect.is_dst};
+        return {time, date, ka_gregorian::split(date.julian_day()), local.effect.is_dst, local.effect.told};
     }
     const int day = local.date.julian_day();
     return {local.time, local.date,
-            local.known.julian_day == day ? local.known.parts : ka_gregorian::split(day),
-            local.effect.is_dst};
+            local.known.julian_day == day ? local.known.parts : ka_gregorian::split(day), local.effect.is_dst,
+            local.effect.told};
 }
 
 }

@@ -24,7 +24,7 @@ namespace clocks {
                                                       const ka_date& date, const ka_time_zone& zone)
 {
     instant = universal_instant(time, date);
-    const rules::effect effect = rules::effect_at(zone, time, date);
+    const rules::effect effect = rules::effect_at<rules::clock::local>(zone, time, date);
     const ka_time_period& offset = ka_access::offset(zone);
     const long long seconds =
         wrapping_difference(wrapping_sum(ka_access::seconds(instant), ka_access::seconds(offset)),
@@ -34,7 +34,7 @@ namespace clocks {
         instant.microseconds() >= 0) [[likely]]
         instant = ka_access::period(seconds, instant.microseconds());
     else
-        instant += effect.is_dst ? offset - effect.adjustment : offset;
+        instant += effect.is_moved ? offset - effect.adjustment : offset;
     return effect;
 }
 

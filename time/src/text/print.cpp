@@ -131,7 +131,7 @@ char* print_row(char* at, sink& out, const printed_value& value)
     if constexpr (is_number(code.form))
         return write_number<code.form>(at, number_of<code.field>(value));
     else if constexpr (code.field == field::zone)
-        return value.year == 0 ? at : out.put(at, value.is_dst ? value.zone.dst_name() : value.zone.name());
+        return value.year == 0 ? at : out.put(at, rules::name_under(value.zone, value.is_dst, value.told));
     else if constexpr (code.field == field::pieces)
         return print(at, out, code.format, value);
     else if constexpr (code.form == form::format)

@@ -6,6 +6,7 @@
 #include <time/inline/codes.h>
 #include <time/zone.h>
 
+#include "../rules/effect.h"
 #include "language.h"
 #include "sink.h"
 
@@ -21,6 +22,8 @@ struct printed_value {
     int julian_day;
     const ka_time_zone& zone;
     const language_texts& language = user_texts;
+    /// What the table of the zone tells, where it goes by one.
+    const rules::kind* told = nullptr;
 };
 
 /// Prints by a format: from `at` on, and returns the end.
