@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <utility>
 
+#include "../access.h"
+
 namespace world {
 
 namespace {
@@ -30,6 +32,7 @@ loaded_zone::loaded_zone(std::string_view name, const zone_data& data)
     for (std::size_t i = 0; i < view.kind_count; ++i)
         if (view.kinds[i].adjustment != 0 || view.kinds[i].is_dst)
             zone.insert(rules.emplace_back(view, view.kinds[i]));
+    ka_access::go_by(zone, view);
 }
 
 zone_shelf::~zone_shelf()
