@@ -36,7 +36,7 @@ void for_each_rule(const ka_time_zone& zone, Use use)
 /// How far the local clock is ahead. The one place that asks it.
 inline ka_time_period adjustment_at(const ka_time_zone& zone, const ka_time_period& time)
 {
-    return rules::effect_at(zone, ka_time(time), ka_access::date_of(time)).adjustment;
+    return rules::effect_at<rules::clock::standard>(zone, ka_time(time), ka_access::date_of(time)).adjustment;
 }
 
 inline ka_time_and_date moment_of(const ka_time_zone& zone, const ka_time_period& time)
