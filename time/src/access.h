@@ -10,13 +10,12 @@
 
 /// What the library opens to itself in its classes; this list is all of it.
 struct ka_access {
-    // Values of numbers that are known to be right, and the numbers in values.
+    // Values of numbers that are known to be right.
 
     static constexpr ka_time_period period(long long seconds, int microseconds) noexcept
     {
         return ka_time_period::unchecked(seconds, microseconds);
     }
-    static constexpr long long seconds(const ka_time_period& period) noexcept { return period.seconds_; }
     static constexpr ka_time time(int second_of_day, int microsecond) noexcept
     {
         return ka_time::unchecked(second_of_day, microsecond);

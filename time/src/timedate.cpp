@@ -19,12 +19,12 @@ constexpr ka_time_period epoch = midnight_of(epoch_day);
 [[gnu::always_inline]] inline std::tm fields_of(const clocks::reading& local)
 {
     std::tm fields = {};
-    const int second_of_day = ka_access::second_of_day(local.time);
-    const int minute_of_day = second_of_day / 60;
+    const auto second_of_day = static_cast<unsigned int>(ka_access::second_of_day(local.time));
+    const unsigned int minute_of_day = second_of_day / 60;
     const int julian_day = local.date.julian_day();
-    fields.tm_sec = second_of_day % 60;
-    fields.tm_min = minute_of_day % 60;
-    fields.tm_hour = minute_of_day / 60;
+    fields.tm_sec = static_cast<int>(second_of_day % 60);
+    fields.tm_min = static_cast<int>(minute_of_day % 60);
+    fields.tm_hour = static_cast<int>(minute_of_day / 60);
     fields.tm_mday = static_cast<int>(local.day.day);
     fields.tm_mon = static_cast<int>(local.day.month) - 1;
     fields.tm_year = local.day.year - 1900;
@@ -41,11 +41,9 @@ ka_date set_to_present(ka_time_and_date& moment)
     const ka_date date = ka_access::date_of(clock.local);
     const ka_time time(clock.since_midnight());
     ka_time_period instant;
-    const rules::effect effect = clocks::set_local(instant, time, date, moment.time_zone());
+    const bool can_differ = clocks::set_local(instant, time, date, moment.time_zone());
     moment.utc_time_and_date(instant);
-    // With no rule in effect the standard clock shows what was read, and asking
-    // again would be to ask the same. A table can tell the two clocks apart.
-    return effect.is_moved || effect.told != nullptr ? moment.date() : date;
+    return can_differ ? moment.date() : date;
 }
 
 }

@@ -1,4 +1,4 @@
-#include "local_clock.h"
+#include "general_path.h"
 
 namespace clocks {
 

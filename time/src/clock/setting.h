@@ -1,9 +1,10 @@
 #pragma once
 
-#include "local_clock.h"
+#include "../rules/effect.h"
+#include "standard_clock.h"
 
-// The way from a local time and date to an instant. The rules are asked on the
-// clock that is handed in.
+// The way from a local time and date to an instant. A zone is asked on the clock
+// that is handed in.
 
 namespace clocks {
 
@@ -18,24 +19,29 @@ namespace clocks {
     return ka_time_period(midnight) + time;
 }
 
-/// Sets an instant from a local time and date; returns what the zone's rules make
-/// of them. Where a rule fails, they are taken as universal.
-[[gnu::always_inline]] inline rules::effect set_local(ka_time_period& instant, const ka_time& time,
-                                                      const ka_date& date, const ka_time_zone& zone)
+/// Turns a universal instant into one whose time and date are those of the zone.
+bool set_by_rules(ka_time_period& instant, const ka_time& time, const ka_date& date,
+                  const ka_time_zone& zone);
+
+/// Sets an instant from a local time and date; where a rule fails, they are taken
+/// as universal. Returns whether it can read otherwise: with no rule in effect
+/// the standard clock shows what was set, and to ask again would be to ask the
+/// same. A table can tell the two clocks apart.
+[[gnu::always_inline]] inline bool set_local(ka_time_period& instant, const ka_time& time,
+                                             const ka_date& date, const ka_time_zone& zone)
 {
     instant = universal_instant(time, date);
-    const rules::effect effect = rules::effect_at<rules::clock::local>(zone, time, date);
-    const ka_time_period& offset = ka_access::offset(zone);
-    const long long seconds =
-        wrapping_difference(wrapping_sum(ka_access::seconds(instant), ka_access::seconds(offset)),
-                            ka_access::seconds(effect.adjustment));
-    // Whole seconds that leave the instant at or above zero carry nothing.
-    if (offset.microseconds() == 0 && effect.adjustment.microseconds() == 0 && seconds >= 0 &&
-        instant.microseconds() >= 0) [[likely]]
-        instant = ka_access::period(seconds, instant.microseconds());
-    else
-        instant += effect.is_moved ? offset - effect.adjustment : offset;
-    return effect;
+    if (ka_access::kind(zone) == rules::zone_kind::table) [[likely]] {
+        const long long local = instant.whole_seconds();
+        if (is_well_in_range(local)) [[likely]] {
+            const int adjustment = rules::kind_at<rules::clock::local>(zone, local).adjustment;
+            instant =
+                ka_access::period(wrapping_sum(local, ka_access::offset(zone).whole_seconds()) - adjustment,
+                                  instant.microseconds());
+            return true;
+        }
+    }
+    return set_by_rules(instant, time, date, zone);
 }
 
 }
