@@ -4,6 +4,7 @@
 #include <deque>
 #include <string>
 
+#include "../tests/support/opened.h"
 #include "values.h"
 
 // The library takes short cuts to which rule is in effect and to what a moment
@@ -38,6 +39,14 @@ struct stepwise_zone {
     {
         for (const ka_simple_time_zone_rule& rule : own.rules)
             zone.insert(rules.emplace_back(rule));
+    }
+
+    /// The same for a zone of the library: its table is held against its rules.
+    explicit stepwise_zone(const ka_time_zone& built_in) : zone(built_in.offset())
+    {
+        for (int slot = 6; slot >= 0; --slot)
+            if (const ka_time_zone_rule* const rule = opened_zone::rule_in_slot(built_in, slot))
+                zone.insert(rules.emplace_back(*rule));
     }
 
     std::deque<stepwise_rule> rules;

@@ -175,6 +175,23 @@ TEST(zone, a_user_defined_rule_is_asked_with_simple_ones_beside_it)
     }
 }
 
+TEST(zone, a_built_in_zone_that_gets_a_rule_goes_by_its_rules)
+{
+    const ka_calendar_date february(none, 2, 1), march(none, 3, 1);
+    const ka_date winter(2, 10, 2024), summer(7, 1, 2024);
+    auto& changed = static_cast<opened_zone&>(const_cast<ka_time_zone&>(ka_time_zone::atlantic()));
+    simple_rule simple(february, march, 2024, 2024, half_hour);
+    EXPECT_FALSE(changed.is_dst(noon, winter));
+    ASSERT_TRUE(changed.insert(simple));
+    EXPECT_EQ(changed.dst_adjustment(noon, winter), half_hour);
+    EXPECT_EQ(ka_time_and_date(noon, winter, changed).utc_time(), ka_time(15, 30, 0));
+    EXPECT_EQ(changed.dst_adjustment(noon, summer), hour);
+    // A restart makes all zones anew.
+    ka_exit_time_varnel();
+    ka_init_time_varnel();
+    EXPECT_FALSE(ka_time_zone::atlantic().is_dst(noon, winter));
+}
+
 TEST(zone, names_and_offsets)
 {
     const ka_calendar_date march(none, 3, 1), may(none, 5, 1);

@@ -52,8 +52,12 @@ public:
     ka_time_and_date(const ka_time_period& period, const ka_date& date);
     /// A local time and date; `invalid_date` or `invalid_time` where the fields are neither.
     ka_time_and_date(const std::tm& fields, unsigned int microseconds = 0);
+    template <ka_integer Microseconds>
+    ka_time_and_date(const std::tm& fields, Microseconds microseconds);
     /// The epoch and so many seconds.
     ka_time_and_date(long long seconds) noexcept;
+    template <ka_wider_integer Wide>
+    ka_time_and_date(Wide seconds) = delete;
     ka_time_and_date(const ka_time_and_date&) noexcept = default;
 
     ka_time_and_date& operator=(const ka_time_and_date&) noexcept = default;
@@ -74,8 +78,12 @@ public:
     void time_and_date(const ka_time_period& period, const ka_date& date);
     /// Reads month, day, year, hour, minute and second alone.
     void time_and_date(const std::tm& fields, unsigned int microseconds = 0);
+    template <ka_integer Microseconds>
+    void time_and_date(const std::tm& fields, Microseconds microseconds);
     /// The epoch and so many seconds.
     void time_and_date(long long seconds) noexcept;
+    template <ka_wider_integer Wide>
+    void time_and_date(Wide seconds) = delete;
     /// The epoch and the whole seconds of a period, in 32 bits: its
     /// microseconds are dropped, unlike in the constructor.
     void time_and_date(const ka_time_period& period) noexcept;
