@@ -52,7 +52,7 @@ __extension__ typedef __int128 too_wide;
 template <typename... Values>
 constexpr bool refuse_too_wide = ((!std::is_constructible_v<Values, too_wide> &&
                                    !std::is_assignable_v<Values&, too_wide>)&&...);
-static_assert(refuse_too_wide<ka_date, ka_time, ka_wint>);
+static_assert(refuse_too_wide<ka_date, ka_time, ka_wint, ka_time_and_date>);
 static_assert(!std::is_constructible_v<ka_time_period, too_wide> &&
               !std::is_constructible_v<ka_date, int, int, too_wide> &&
               !std::is_constructible_v<ka_time, too_wide, int, int> && !product<ka_time_period, too_wide>);
@@ -79,6 +79,10 @@ TEST(integers, that_a_field_cannot_hold_are_refused_as_given)
     ka_time time;
     ka_time_period period;
     ka_calendar_date point(period, 1, 1);
+    ka_time_and_date moment;
+    std::tm new_year = {};
+    new_year.tm_mday = 1;
+    std::tm no_day = {};
     const struct {
         const char *symbol, *shown, *source;
         std::function<void()> operation;
@@ -105,6 +109,10 @@ TEST(integers, that_a_field_cannot_hold_are_refused_as_given)
         {"invalid_time", "65536:0:0:0", "time", [&] { time = ka_time(65536, 0, 0); }},
         {"invalid_time", "0:0:0:-1", "time", [&] { time.time(0, 0, 0, -1); }},
         {"invalid_time", "0:0:0:4294967296", "time", [&] { time = ka_time(std::tm{}, wide); }},
+        {"invalid_time", "0:0:0:4294967297", "time", [&] { moment = ka_time_and_date(new_year, wide + 1); }},
+        {"invalid_time", "0:0:0:-1", "time", [&] { moment.time_and_date(new_year, -1); }},
+        {"invalid_date", "Month( 1 ), day( 0 ), year( 1900 )", "date",
+         [&] { moment.time_and_date(no_day, wide); }},
         {"invalid_time_period", "Seconds: 0 Microseconds: 4294967297", "tperiod",
          [&] { period = ka_time_period(0, wide + 1); }},
         {"invalid_time_period", "Seconds: 9223372036854775808 Microseconds: 0", "tperiod",
@@ -125,6 +133,7 @@ TEST(integers, that_a_field_cannot_hold_are_refused_as_given)
     EXPECT_EQ(time, ka_time());
     EXPECT_EQ(period, ka_time_period());
     EXPECT_EQ(point.date(2024), ka_date(1, 1, 2024));
+    EXPECT_EQ(moment, ka_time_and_date(0));
 }
 
 TEST(integers, factors_and_divisors_beyond_32_bits)

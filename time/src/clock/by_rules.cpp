@@ -8,80 +8,97 @@ namespace clocks {
 
 namespace {
 
-struct rule_clock {
-    /// False where the general path has to tell time and date.
+/// The standard clock, and the rule that is in effect then, or null.
+struct clock_by_rules {
+    [[gnu::always_inline]] clock_by_rules(const ka_time_period& instant, const ka_time_zone& zone)
+    {
+        const standard_clock standard(instant, zone);
+        if (!standard.is_regular || ka_access::kind(zone) == rules::zone_kind::table) [[unlikely]]
+            return;
+        const ka_time std_time = time_at(standard.seconds, instant.microseconds());
+        const ka_date std_date = date_at(standard.seconds);
+        rules::known_date asked;
+        rule = rules::find_rule(zone, std_time, std_date, asked);
+        is_regular = true;
+        time = std_time;
+        date = std_date;
+        known = asked;
+    }
+
+    /// Whether the local clock shows the same date.
+    bool stays_in_day() const noexcept
+    {
+        if (rule == nullptr)
+            return true;
+        const auto second = static_cast<unsigned long long>(ka_access::second_of_day(time)) +
+                            static_cast<unsigned long long>(rule->adjustment().whole_seconds());
+        return second < seconds_per_day && rule->adjustment().microseconds() == 0;
+    }
+
+    ka_time time_in_day() const noexcept
+    {
+        if (rule == nullptr)
+            return time;
+        return ka_access::time(ka_access::second_of_day(time) + rule->adjustment().to_seconds(),
+                               static_cast<int>(time.microseconds()));
+    }
+
+    /// False where the general path has to find all that follows.
     bool is_regular = false;
     ka_time time;
     ka_date date;
-    rules::effect effect;
+    const ka_time_zone_rule* rule = nullptr;
     rules::known_date known;
 };
 
-/// Whether a time stays in its day when it moves, by whole seconds.
-bool stays_in_day(const ka_time& time, const ka_time_period& adjustment) noexcept
+reading reading_in_general(const ka_time_period& instant, const ka_time_zone& zone,
+                           const rules::effect& effect)
 {
-    const auto second = static_cast<unsigned long long>(ka_access::second_of_day(time)) +
-                        static_cast<unsigned long long>(adjustment.whole_seconds());
-    return second < seconds_per_day && adjustment.microseconds() == 0;
-}
-
-ka_time moved_in_day(const ka_time& time, const ka_time_period& adjustment) noexcept
-{
-    return ka_access::time(ka_access::second_of_day(time) + adjustment.to_seconds(),
-                           static_cast<int>(time.microseconds()));
-}
-
-[[gnu::always_inline]] inline rule_clock clock_by_rules(const ka_time_period& instant,
-                                                        const ka_time_zone& zone)
-{
-    const standard_clock standard(instant, zone);
-    if (!standard.is_regular || ka_access::kind(zone) == rules::zone_kind::table) [[unlikely]] {
-        const rules::effect effect = effect_in_general(instant, zone);
-        return {false, {}, {}, effect, {}};
-    }
-    const ka_time time = time_at(standard.seconds, instant.microseconds());
-    const ka_date date = date_at(standard.seconds);
-    rules::known_date known;
-    const ka_time_zone_rule* const rule = rules::find_rule(zone, time, date, known);
-    if (rule == nullptr)
-        return {true, time, date, {}, known};
-    if (!stays_in_day(time, rule->adjustment())) [[unlikely]]
-        return {false, {}, {}, rules::effect_of(rule), known};
-    return {true, moved_in_day(time, rule->adjustment()), date, rules::effect_of(rule), known};
+    const ka_date date = date_in_general(instant, zone, effect);
+    const ka_time time = time_in_general(instant, zone, effect);
+    return {time, date, ka_gregorian::split(date.julian_day()), effect.is_dst, effect.told};
 }
 
 }
 
 ka_time time_by_rules(const ka_time_period& instant, const ka_time_zone& zone)
 {
-    const rule_clock local = clock_by_rules(instant, zone);
-    return local.is_regular ? local.time : time_in_general(instant, zone, local.effect);
+    const clock_by_rules standard(instant, zone);
+    if (!standard.is_regular) [[unlikely]]
+        return time_in_general(instant, zone, effect_in_general(instant, zone));
+    if (standard.stays_in_day()) [[likely]]
+        return standard.time_in_day();
+    return time_in_general(instant, zone, rules::effect_of(standard.rule));
 }
 
 ka_date date_by_rules(const ka_time_period& instant, const ka_time_zone& zone)
 {
-    const rule_clock local = clock_by_rules(instant, zone);
-    return local.is_regular ? local.date : date_in_general(instant, zone, local.effect);
+    const clock_by_rules standard(instant, zone);
+    if (!standard.is_regular) [[unlikely]]
+        return date_in_general(instant, zone, effect_in_general(instant, zone));
+    if (standard.stays_in_day()) [[likely]]
+        return standard.date;
+    return date_in_general(instant, zone, rules::effect_of(standard.rule));
 }
 
 bool is_dst_by_rules(const ka_time_period& instant, const ka_time_zone& zone)
 {
-    return clock_by_rules(instant, zone).effect.is_dst;
+    const clock_by_rules standard(instant, zone);
+    return standard.is_regular ? standard.rule != nullptr : effect_in_general(instant, zone).is_dst;
 }
 
 reading reading_by_rules(const ka_time_period& instant, const ka_time_zone& zone)
 {
-    const rule_clock local = clock_by_rules(instant, zone);
-    const bool is_dst = local.effect.is_dst;
-    if (!local.is_regular) [[unlikely]] {
-        const ka_date date = date_in_general(instant, zone, local.effect);
-        const ka_time time = time_in_general(instant, zone, local.effect);
-        return {time, date, ka_gregorian::split(date.julian_day()), is_dst, local.effect.told};
-    }
-    const int day = local.date.julian_day();
-    const ka_gregorian::date_parts parts =
-        local.known.julian_day == day ? local.known.parts : ka_gregorian::split(day);
-    return {local.time, local.date, parts, is_dst, nullptr};
+    const clock_by_rules standard(instant, zone);
+    if (!standard.is_regular) [[unlikely]]
+        return reading_in_general(instant, zone, effect_in_general(instant, zone));
+    if (!standard.stays_in_day()) [[unlikely]]
+        return reading_in_general(instant, zone, rules::effect_of(standard.rule));
+    const bool is_dst = standard.rule != nullptr;
+    if (standard.known.julian_day != 0) [[likely]]
+        return {standard.time_in_day(), standard.date, standard.known.parts, is_dst, nullptr};
+    return {standard.time_in_day(), standard.date, ka_gregorian::split(standard.date.julian_day()), is_dst,
+            nullptr};
 }
 
 }

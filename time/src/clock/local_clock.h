@@ -14,8 +14,10 @@ namespace clocks {
 struct clock_by_table {
     [[gnu::always_inline]] clock_by_table(const ka_time_period& instant, const ka_time_zone& zone) noexcept
     {
+        if (ka_access::kind(zone) != rules::zone_kind::table)
+            return;
         const standard_clock standard(instant, zone);
-        if (ka_access::kind(zone) != rules::zone_kind::table || !standard.is_regular) [[unlikely]]
+        if (!standard.is_regular) [[unlikely]]
             return;
         told = &rules::kind_at<rules::clock::standard>(zone, standard.seconds);
         seconds = standard.seconds + told->adjustment;
