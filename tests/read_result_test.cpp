@@ -7,7 +7,7 @@
 #include <time/error.h>
 #include <time/read_result.h>
 
-#include "support/expect_error.h"
+#include "expect_error.h"
 
 namespace {
 

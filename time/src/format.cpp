@@ -3,19 +3,14 @@
 
 #include <time/timedate.h>
 
-#include "clock/local_clock.h"
 #include "text/print_inline.h"
+#include "text/values.h"
 
-/// Opens the texts that start has found.
-struct ka_locale_text {
-    static constexpr language_texts user = {
-        ka_time_and_date::month_name_,   ka_time_and_date::month_abbr_,  ka_time_and_date::weekday_name_,
-        ka_time_and_date::weekday_abbr_, &ka_time_and_date::am_name_,    &ka_time_and_date::pm_name_,
-        &ka_time_and_date::ad_name_,     &ka_time_and_date::bc_name_,    &ka_time_and_date::format_timedate_,
-        &ka_time_and_date::format_date_, &ka_time_and_date::format_time_};
-};
-
-constexpr language_texts user_texts = ka_locale_text::user;
+constinit const ka_language_texts ka_locale_text::user = {
+    ka_time_and_date::month_name_,   ka_time_and_date::month_abbr_,  ka_time_and_date::weekday_name_,
+    ka_time_and_date::weekday_abbr_, &ka_time_and_date::am_name_,    &ka_time_and_date::pm_name_,
+    &ka_time_and_date::ad_name_,     &ka_time_and_date::bc_name_,    &ka_time_and_date::format_timedate_,
+    &ka_time_and_date::format_date_, &ka_time_and_date::format_time_};
 
 namespace {
 
@@ -41,18 +36,7 @@ namespace {
 
 std::string text_of(std::string_view format, const ka_time_and_date& value)
 {
-    const clocks::reading now = clocks::local_reading(ka_access::instant(value), value.time_zone());
-    const auto second_of_day = static_cast<unsigned int>(ka_access::second_of_day(now.time));
-    const unsigned int minute_of_day = second_of_day / 60;
-    return text_in(format,
-                   {{minute_of_day / 60, minute_of_day % 60, second_of_day % 60, now.day.month, now.day.day},
-                    now.time.microseconds(),
-                    static_cast<short>(now.day.year),
-                    now.is_dst,
-                    now.date.julian_day(),
-                    value.time_zone(),
-                    user_texts,
-                    now.told});
+    return text_in(format, printed(value, ka_locale_text::user));
 }
 
 }

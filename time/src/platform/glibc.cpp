@@ -1,5 +1,6 @@
 #include "platform.h"
 
+#include <langinfo.h>
 #include <locale.h>
 #include <time.h>
 
@@ -121,6 +122,37 @@ std::size_t format_time(char* buffer, std::size_t size, const char* format, std:
     value.tm_zone = "%Z";
     return locale_of_start != nullptr ? strftime_l(buffer, size, format, &value, locale_of_start)
                                       : strftime(buffer, size, format, &value);
+}
+
+named_locale::named_locale(const char* name) noexcept : locale_(newlocale(LC_TIME_MASK, name, nullptr)) {}
+
+named_locale::~named_locale()
+{
+    if (locale_ != nullptr)
+        freelocale(static_cast<locale_t>(locale_));
+}
+
+const char* named_locale::layout(char code) const noexcept
+{
+    const auto locale = static_cast<locale_t>(locale_);
+    switch (code) {
+        case 'c':
+            return nl_langinfo_l(D_T_FMT, locale);
+        case 'x':
+            return nl_langinfo_l(D_FMT, locale);
+        case 'X':
+            return nl_langinfo_l(T_FMT, locale);
+        case 'r':
+            return nl_langinfo_l(T_FMT_AMPM, locale);
+        default:
+            return nullptr;
+    }
+}
+
+std::size_t named_locale::format_time(char* buffer, std::size_t size, const char* format,
+                                      const std::tm& value) const noexcept
+{
+    return strftime_l(buffer, size, format, &value, static_cast<locale_t>(locale_));
 }
 
 }

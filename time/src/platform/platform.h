@@ -86,4 +86,25 @@ public:
 /// zone is one of offset 0 that is called "%Z".
 std::size_t format_time(char* buffer, std::size_t size, const char* format, std::tm value) noexcept;
 
+/// One of the machine's locales, by its name, for texts of dates and times. The
+/// locale of the process and of its threads stays as it is.
+class named_locale {
+public:
+    explicit named_locale(const char* name) noexcept;
+    ~named_locale();
+    named_locale(const named_locale&) = delete;
+    named_locale& operator=(const named_locale&) = delete;
+
+    bool is_known() const noexcept { return locale_ != nullptr; }
+    /// The layout that the runtime tells for `%c`, `%x`, `%X` or `%r`, in the
+    /// codes of `strftime`; null where it tells none.
+    const char* layout(char code) const noexcept;
+    /// `strftime` in this locale.
+    std::size_t format_time(char* buffer, std::size_t size, const char* format,
+                            const std::tm& value) const noexcept;
+
+private:
+    void* locale_;
+};
+
 }

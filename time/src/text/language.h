@@ -1,9 +1,11 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
-/// The words of a language, where they stand now: names that are set later show.
-struct language_texts {
+/// The words of a language, where they stand now: of the user's, names that are
+/// set later show.
+struct ka_language_texts {
     using text = const std::string* const*;
 
     /// Of 12 and of 7, from January and from Sunday on.
@@ -14,5 +16,23 @@ struct language_texts {
     text timedate, date, time;
 };
 
-/// What start has found for the user.
-extern const language_texts user_texts;
+/// Opens to the engine what start has found.
+struct ka_locale_text {
+    /// The user's language.
+    static const ka_language_texts user;
+};
+
+/// English, which every reader understands beside its language.
+struct english_words {
+    std::string_view month_names[12] = {"January",   "February", "March",    "April",
+                                        "May",       "June",     "July",     "August",
+                                        "September", "October",  "November", "December"};
+    std::string_view month_abbreviations[12] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                                "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+    std::string_view weekday_names[7] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
+                                         "Thursday", "Friday", "Saturday"};
+    std::string_view weekday_abbreviations[7] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
+    std::string_view am = "AM", pm = "PM", ad = "A.D.", bc = "B.C.";
+    std::string_view timedate = "%a %b %e %H:%M:%S %f", date = "%m/%d/%y", time = "%H:%M:%S";
+};
+inline constexpr english_words english;

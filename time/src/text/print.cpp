@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <iterator>
 #include <string>
@@ -64,8 +65,16 @@ int number_of(const printed_value& value)
         return date_of(value).day_of_year() + 1;
     else if constexpr (Field == field::week_from_sunday)
         return date_of(value).week_of_year(1);
-    else
+    else if constexpr (Field == field::week_from_monday)
         return date_of(value).week_of_year(2);
+    else if constexpr (Field == field::half_of_day)
+        return hour_of(value) < 12 ? 0 : 1;
+    else if constexpr (Field == field::era)
+        return value.year < 0 ? 1 : 0;
+    else if constexpr (Field == field::year_with_era)
+        return value.year;
+    else
+        return 0;
 }
 
 /// Throws `invalid_month` where there is no month.
@@ -80,22 +89,22 @@ unsigned int month_index(const printed_value& value)
 template <field Field, form Form>
 const std::string& text_of(const printed_value& value)
 {
-    const language_texts& language = value.language;
+    const ka_language_texts& language = value.language;
     constexpr bool is_full = Form == form::name;
     if constexpr (Field == field::weekday)
         return *(is_full ? language.weekday_names : language.weekday_abbreviations)[weekday_of(value)];
     else if constexpr (Field == field::month)
         return *(is_full ? language.month_names : language.month_abbreviations)[month_index(value)];
     else if constexpr (Field == field::half_of_day)
-        return **(hour_of(value) < 12 ? language.am : language.pm);
+        return **(number_of<Field>(value) == 0 ? language.am : language.pm);
     else
-        return **(value.year < 0 ? language.bc : language.ad);
+        return **(number_of<Field>(value) == 0 ? language.ad : language.bc);
 }
 
 template <field Field>
 std::string_view format_of(const printed_value& value)
 {
-    const language_texts& language = value.language;
+    const ka_language_texts& language = value.language;
     if constexpr (Field == field::year_with_era)
         return value.year < 1000 ? "%s %P" : "%s";
     else
@@ -184,6 +193,17 @@ constexpr by_letter<code_printer> code_printers = []<std::size_t... Row>(std::in
     return rows;
 }
 (std::make_index_sequence<std::size(ka_format_codes)>());
+
+int field_number(int row, const printed_value& value)
+{
+    static constexpr auto numbers = []<std::size_t... Row>(std::index_sequence<Row...>)
+    {
+        using number = int (*)(const printed_value&);
+        return std::array<number, sizeof...(Row)>{number_of<ka_format_codes[Row].field>...};
+    }
+    (std::make_index_sequence<std::size(ka_format_codes)>());
+    return numbers[static_cast<std::size_t>(row)](value);
+}
 
 char* write_signed(char* at, int number, int width)
 {

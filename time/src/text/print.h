@@ -21,10 +21,14 @@ struct printed_value {
     /// The day number of a date, or 0: then month, day and year may form none.
     int julian_day;
     const ka_time_zone& zone;
-    const language_texts& language = user_texts;
+    const ka_language_texts& language = ka_locale_text::user;
     /// What the table of the zone tells, where it goes by one.
     const rules::kind* told = nullptr;
 };
 
 /// Prints by a format: from `at` on, and returns the end.
 char* print(char* at, sink& out, std::string_view format, const printed_value& value);
+
+/// The number behind a row of the table of codes: of a name, its place in the
+/// list, from 0 on but for the month's.
+int field_number(int row, const printed_value& value);

@@ -1,0 +1,103 @@
+#include <string>
+#include <system_error>
+
+#include <gtest/gtest.h>
+
+#include <time/pattern.h>
+#include <time/time_varnel.h>
+
+#include "expect_error.h"
+
+namespace {
+
+const ka_time_and_date moment(ka_time(18, 28, 38, 123), ka_date(7, 4, 2024), ka_time_zone::eastern());
+
+TEST(pattern, prints_what_to_string_prints)
+{
+    const char* const formats[] = {"",
+                                   "%Y-%m-%d %H:%M:%S.%q",
+                                   "%A, %d %B %Y %I:%M:%S %p",
+                                   "%c|%x|%X|%D|%T|%r|%f|%s%P|%C%y",
+                                   "%j %U %W %w %Z%n%t%%",
+                                   "%5d|%-5d|%05d|%12T|%-12Z|%#|%40A|%3%"};
+    for (const char* const format : formats) {
+        const ka_pattern pattern{std::string(format)};
+        EXPECT_EQ(pattern.to_string(moment), moment.to_string(format)) << format;
+        EXPECT_EQ(pattern.to_string(moment.date()), moment.date().to_string(format)) << format;
+    }
+    EXPECT_EQ(ka_pattern("%H%Y%Z").to_string(moment.time()), "180");
+    expect_error("invalid_month", "0", "time/src/date", [] { ka_pattern("%B").to_string(ka_time()); });
+}
+
+/// A room of any size holds all of the text, or the pattern says that it does not.
+TEST(pattern, fills_a_room_to_its_last_character)
+{
+    const ka_pattern pattern("%A, %d %B %Y%30Z%-9p|%q %f %j%T%k%n%-30%");
+    const std::string text = pattern.to_string(moment);
+    for (std::size_t size = 0; size < 3 * text.size(); ++size) {
+        std::string room(size + 1, '#');
+        const std::to_chars_result result = pattern.to_chars(room.data(), room.data() + size, moment);
+        const bool fits = size >= text.size();
+        EXPECT_EQ(result.ec, fits ? std::errc() : std::errc::value_too_large) << size;
+        EXPECT_EQ(result.ptr - room.data(), static_cast<std::ptrdiff_t>(fits ? text.size() : size)) << size;
+        EXPECT_EQ(room.back(), '#') << size;
+        EXPECT_TRUE(room.starts_with(text) || !fits) << size;
+    }
+    char none = '#';
+    const ka_pattern endless(std::string("%18446744073709551615d"));
+    EXPECT_EQ(endless.to_chars(&none, &none, moment).ec, std::errc::value_too_large);
+    EXPECT_EQ(none, '#');
+}
+
+TEST(pattern, refuses_what_is_no_code)
+{
+    const struct {
+        std::string format, place;
+    } rows[] = {{"%Y-%Q", "3"}, {"100 %", "4"}, {"%-12", "0"}, {"%5z", "0"}, {std::string("a\0%E", 4), "2"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.format);
+        try {
+            ka_pattern{row.format};
+            ADD_FAILURE() << "nothing was thrown";
+        } catch (const ka_time_varnel_error& error) {
+            EXPECT_EQ(error.code(), 0);
+            EXPECT_NE(std::string(error.what()).find("at " + row.place + " in "), std::string::npos);
+        }
+    }
+}
+
+TEST(language, names_and_layouts)
+{
+    const ka_language& english = ka_language::english();
+    EXPECT_EQ(english.month_name(7), "July");
+    EXPECT_EQ(english.month_abbreviation(12), "Dec");
+    EXPECT_EQ(english.weekday_name(1), "Sunday");
+    EXPECT_EQ(english.weekday_abbreviation(7), "Sat");
+    EXPECT_EQ(english.date_layout(), "%m/%d/%y");
+    EXPECT_EQ(&ka_language::user().pm_name(), &ka_time::pm_name());
+    expect_error("invalid_month", "13", "time/src/language", [&] { english.month_name(13); });
+    expect_error("invalid_weekday", "0", "time/src/language", [&] { english.weekday_abbreviation(0); });
+    expect_error("failure", "Unknown locale: xx_XX.UTF-8", "time/src/language",
+                 [] { ka_language("xx_XX.UTF-8"); });
+
+    const struct {
+        const char *locale, *text;
+    } rows[] = {
+        {"C", "Thu Jul  4 18:28:38 2024|07/04/24|18:28:38|Thursday July"},
+        {"de_DE.UTF-8", "Do 04 Jul 2024 18:28:38 EDT4|04.07.2024|18:28:38|Donnerstag Juli"},
+        {"en_US.UTF-8", "Thu 04 Jul 2024 06:28:38 PM EDT4|07/04/2024|06:28:38 PM|Thursday July"},
+        {"fr_FR.UTF-8", "jeu. 04 juil. 2024 18:28:38|04/07/2024|18:28:38|jeudi juillet"},
+        {"ja_JP.UTF-8", "2024年07月04日 18時28分38秒|2024年07月04日|18時28分38秒|木曜日 7月"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(ka_pattern("%c|%x|%X|%A %B", ka_language(row.locale)).to_string(moment), row.text);
+}
+
+TEST(language, lives_as_long_as_a_pattern_of_it)
+{
+    const ka_pattern pattern("%B", [] { return ka_language("fr_FR.UTF-8"); }());
+    const ka_pattern copy = pattern;
+    EXPECT_EQ(copy.to_string(moment), "juillet");
+}
+
+}

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <charconv>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+#include <time/date.h>
+#include <time/export.h>
+#include <time/inline/read.h>
+#include <time/language.h>
+#include <time/time_of_day.h>
+#include <time/timedate.h>
+
+/// Named by the compiler where a literal is no pattern: it has a letter that is
+/// no code, such as `%Q`, or a "%" without a code at its end.
+void ka_a_pattern_has_codes_of_the_format_language();
+
+/// The text of a pattern, which the compiler has checked where it is a literal.
+class ka_pattern_text {
+public:
+    template <std::size_t Size>
+    consteval ka_pattern_text(const char (&literal)[Size]) : text_(literal, Size - 1)
+    {
+        if (ka_misplaced_code(text_) != text_.npos)
+            ka_a_pattern_has_codes_of_the_format_language();
+    }
+    ka_pattern_text(std::string_view text) noexcept : text_(text) {}
+    ka_pattern_text(const std::string& text) noexcept : text_(text) {}
+    template <typename Pointer>
+    requires std::is_same_v<Pointer, const char*> ka_pattern_text(const Pointer& text)
+    noexcept : text_(text) {}
+
+    constexpr std::string_view text() const noexcept { return text_; }
+
+private:
+    std::string_view text_;
+};
+
+/// A format that is checked once, in a language, to print and to read by.
+///
+///     const ka_pattern stamp("%d %B %Y, %H:%M", ka_language::english());
+///     const ka_time_and_date call(ka_time(18, 28, 0), ka_date(7, 4, 2024), ka_time_zone::eastern());
+///     stamp.to_string(call);             // "04 July 2024, 18:28"
+///     char room[32];
+///     *stamp.to_chars(room, room + 32, call).ptr = '\0';
+///     std::string(room);                 // "04 July 2024, 18:28"
+///     stamp.is_exact<ka_date>();         // true: no text of a date is read back as another
+///
+/// The codes are those of docs/format.md. What it prints is what `to_string` of
+/// the value prints by the same format, in the pattern's language. It reads by
+/// `ka_read_date` and its like (time/read.h).
+/// Failure: the constructor throws `failure` for a letter that is no code and
+/// for a "%" at the end; of a literal the compiler refuses both. What a code has
+/// nothing to print for throws as it does from `to_string`.
+/// An object never changes, so that threads can share it; a copy copies its text.
+class KA_TIME_VARNEL_API ka_pattern {
+public:
+    explicit ka_pattern(const ka_pattern_text& format, const ka_language& language = ka_language::user());
+
+    std::string to_string(const ka_date& value) const;
+    std::string to_string(const ka_time& value) const;
+    std::string to_string(const ka_time_and_date& value) const;
+
+    /// Writes the text without a NUL, and returns its end. Where it does not
+    /// fit, `ec` is `std::errc::value_too_large`, the end that of the room, and
+    /// the room holds no more than a part. Allocates nothing.
+    std::to_chars_result to_chars(char* first, char* last, const ka_date& value) const;
+    std::to_chars_result to_chars(char* first, char* last, const ka_time& value) const;
+    std::to_chars_result to_chars(char* first, char* last, const ka_time_and_date& value) const;
+
+    /// Whether each value of a type that the pattern prints is read back as the
+    /// same value: of a moment, in its zone, where the zone's two names differ.
+    template <typename Value>
+    bool is_exact() const noexcept;
+
+    const std::string& format() const noexcept { return format_; }
+    const ka_language& language() const noexcept { return language_; }
+
+private:
+    std::string format_;
+    ka_language language_;
+};
+
+template <>
+KA_TIME_VARNEL_API bool ka_pattern::is_exact<ka_date>() const noexcept;
+template <>
+KA_TIME_VARNEL_API bool ka_pattern::is_exact<ka_time>() const noexcept;
+template <>
+KA_TIME_VARNEL_API bool ka_pattern::is_exact<ka_time_and_date>() const noexcept;

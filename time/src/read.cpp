@@ -1,0 +1,152 @@
+#include <time/read.h>
+
+#include <string_view>
+
+#include "text/exact.h"
+#include "text/language_access.h"
+#include "text/reader.h"
+#include "text/resolve.h"
+
+namespace {
+
+/// Why a format can't be read by, at its place in the format; or null in `field`.
+struct refused_format {
+    std::size_t position = 0;
+    std::size_t length = 0;
+    const char* field = nullptr;
+};
+
+template <typename Value>
+refused_format checked(std::string_view format, const ka_language_texts& language)
+{
+    const std::size_t place = ka_unreadable_code(format);
+    if (place != format.npos)
+        return {place, 2, "a code to read by"};
+    return {format.size(), 0, ka_missing<Value>(fields_told(format, language))};
+}
+
+/// The zone of a moment that is read, and what a local time means there.
+struct reading_place {
+    const ka_time_zone* zone;
+    ka_local_choice choice = ka_local_choice::compatible;
+};
+
+bool make(text_reader& read, ka_date& value, const reading_place&) { return resolve(read, value); }
+
+bool make(text_reader& read, ka_time& value, const reading_place&) { return resolve(read, value); }
+
+/// What "%Z" tells: whether daylight time is meant, where the names say so.
+bool tells_clock(const text_reader& read, bool& is_dst)
+{
+    if (!read.tells(ka_format_field::zone))
+        return false;
+    const int names = read.told(ka_format_field::zone).number;
+    is_dst = names == 2;
+    return names == 1 || names == 2;
+}
+
+/// Refuses a local time at what told its hour.
+bool refuse_time(text_reader& read)
+{
+    const ka_format_field told =
+        read.tells(ka_format_field::hour) ? ka_format_field::hour : ka_format_field::hour_of_12;
+    return read.refuse(read.first_row(told));
+}
+
+bool make(text_reader& read, ka_time_and_date& value, const reading_place& place)
+{
+    ka_date date;
+    ka_time time;
+    if (!resolve(read, date) || !resolve(read, time))
+        return false;
+    const ka_local_moments found = ka_local_times(*place.zone, time, date);
+    const bool is_skipped = found.kind == ka_local_kind::skipped;
+    bool is_dst = false;
+    const bool is_clock_told = tells_clock(read, is_dst);
+    if (is_clock_told && !is_skipped) {
+        value = found.earlier.is_dst() == is_dst ? found.earlier : found.later;
+        return value.is_dst() == is_dst || read.refuse(read.first_row(ka_format_field::zone));
+    }
+    if (place.choice == ka_local_choice::refuse && found.kind != ka_local_kind::once)
+        return refuse_time(read);
+    const bool is_later =
+        place.choice == ka_local_choice::later || (place.choice == ka_local_choice::compatible && is_skipped);
+    value = is_later ? found.later : found.earlier;
+    return true;
+}
+
+template <typename Value>
+ka_read_result<Value> read_by(std::string_view text, std::string_view format, bool is_checked,
+                              const ka_language_texts& language, const reading_place& place, ka_extent extent)
+{
+    if (!is_checked) {
+        const refused_format refused = checked<Value>(format, language);
+        if (refused.field != nullptr)
+            return ka_read_failure(static_cast<int>(ka_failure), format, refused.position, refused.length,
+                                   refused.field);
+    }
+    text_reader read(text, language, place.zone);
+    Value value;
+    if (!read.read(format))
+        return read.problem().in(text);
+    if (extent == ka_extent::all && read.end() != text.size()) {
+        read.refuse(ka_failure, read.end(), text.size() - read.end(), "end of text");
+        return read.problem().in(text);
+    }
+    if (!make(read, value, place))
+        return read.problem().in(text);
+    return {value, read.end(), tells_leap_second(read)};
+}
+
+template <typename Value>
+ka_read_result<Value> read_by(std::string_view text, const ka_read_format<Value>& format,
+                              const reading_place& place, ka_extent extent)
+{
+    return read_by<Value>(text, format.text(), format.is_checked(), ka_locale_text::user, place, extent);
+}
+
+template <typename Value>
+ka_read_result<Value> read_by(std::string_view text, const ka_pattern& pattern, const reading_place& place,
+                              ka_extent extent)
+{
+    return read_by<Value>(text, pattern.format(), false, texts_of(pattern.language()), place, extent);
+}
+
+}
+
+ka_read_result<ka_date> ka_read_date(std::string_view text, const ka_read_format<ka_date>& format,
+                                     ka_extent extent)
+{
+    return read_by(text, format, {&ka_time_and_date::default_time_zone()}, extent);
+}
+
+ka_read_result<ka_date> ka_read_date(std::string_view text, const ka_pattern& pattern, ka_extent extent)
+{
+    return read_by<ka_date>(text, pattern, {&ka_time_and_date::default_time_zone()}, extent);
+}
+
+ka_read_result<ka_time> ka_read_time(std::string_view text, const ka_read_format<ka_time>& format,
+                                     ka_extent extent)
+{
+    return read_by(text, format, {nullptr}, extent);
+}
+
+ka_read_result<ka_time> ka_read_time(std::string_view text, const ka_pattern& pattern, ka_extent extent)
+{
+    return read_by<ka_time>(text, pattern, {nullptr}, extent);
+}
+
+ka_read_result<ka_time_and_date> ka_read_time_and_date(std::string_view text,
+                                                       const ka_read_format<ka_time_and_date>& format,
+                                                       const ka_time_zone& zone, ka_local_choice choice,
+                                                       ka_extent extent)
+{
+    return read_by(text, format, {&zone, choice}, extent);
+}
+
+ka_read_result<ka_time_and_date> ka_read_time_and_date(std::string_view text, const ka_pattern& pattern,
+                                                       const ka_time_zone& zone, ka_local_choice choice,
+                                                       ka_extent extent)
+{
+    return read_by<ka_time_and_date>(text, pattern, {&zone, choice}, extent);
+}

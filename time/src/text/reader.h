@@ -1,0 +1,101 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <string_view>
+
+#include <time/inline/codes.h>
+#include <time/read_result.h>
+#include <time/zone.h>
+
+#include "../throw.h"
+#include "language.h"
+#include "piece_stream.h"
+
+inline constexpr std::size_t code_count = std::size(ka_format_codes);
+
+/// What a text does not fit to.
+struct misfit {
+    ka_error code = ka_failure;
+    std::size_t position = 0;
+    std::size_t length = 0;
+    /// A code, a character in quotes, or words.
+    char field[16] = {};
+
+    ka_read_failure in(std::string_view text) const noexcept
+    {
+        return {static_cast<int>(code), text, position, length, field};
+    }
+};
+
+/// What one code has told: a number, or of a name a bit for each that it can be.
+struct told_value {
+    int number;
+    std::size_t position;
+    std::size_t length;
+};
+
+/// Takes a text apart by a format, and keeps what each code tells.
+class text_reader {
+public:
+    /// The zone is that whose names `%Z` reads; without one it reads nothing.
+    text_reader(std::string_view text, const ka_language_texts& language, const ka_time_zone* zone) noexcept
+        : text_(text), language_(language), zone_(zone)
+    {}
+
+    /// Reads from the start of the text on. False where something does not fit, which `problem` tells.
+    bool read(std::string_view format);
+
+    std::size_t end() const noexcept { return at_; }
+    const misfit& problem() const noexcept { return problem_; }
+
+    bool tells(ka_format_field field) const noexcept { return (told_ & rows_of(field)) != 0; }
+    /// What the first code of a field has told; there must be one.
+    const told_value& told(ka_format_field field) const noexcept { return values_[first_row(field)]; }
+
+    /// A bit for each row of the table of codes that has told something.
+    std::uint64_t told_rows() const noexcept { return told_; }
+    const told_value& told_by(int row) const noexcept { return values_[row]; }
+    int first_row(ka_format_field field) const noexcept;
+    static std::uint64_t rows_of(ka_format_field field) noexcept;
+
+    /// Notes that what a row has told does not hold. Gives false.
+    bool refuse(int row) noexcept;
+    bool refuse(ka_error code, std::size_t position, std::size_t length, std::string_view field) noexcept;
+
+private:
+    /// The names that the rest of the text begins with, of those that are longest.
+    struct name_match {
+        int bits = 0;
+        std::size_t length = 0;
+    };
+
+    bool read_literal(const coded_piece& next) noexcept;
+    bool read_code(const coded_piece& next, bool is_number_next) noexcept;
+    bool read_number(int row, std::size_t width, char fill, bool is_number_next) noexcept;
+    bool read_year_with_era(int row, bool is_number_next) noexcept;
+    bool read_name(int row) noexcept;
+    bool read_zone(int row) noexcept;
+
+    name_match match_month() const noexcept;
+    name_match match_weekday() const noexcept;
+    name_match match_pair(const std::string& first, const std::string& second, std::string_view english_first,
+                          std::string_view english_second) const noexcept;
+    void consider(std::string_view name, unsigned int index, bool is_own, name_match& best) const noexcept;
+
+    bool tell(int row, int number, std::size_t position) noexcept;
+    bool refuse_word(int row, std::size_t position) noexcept;
+    bool has(std::size_t count) const noexcept { return text_.size() - at_ >= count; }
+    char peek() const noexcept { return at_ < text_.size() ? text_[at_] : '\0'; }
+    bool is_digit_next() const noexcept { return '0' <= peek() && peek() <= '9'; }
+    void skip(char fill, std::size_t most) noexcept;
+
+    std::string_view text_;
+    const ka_language_texts& language_;
+    const ka_time_zone* zone_;
+    std::size_t at_ = 0;
+    std::uint64_t told_ = 0;
+    told_value values_[code_count];
+    misfit problem_;
+};
