@@ -14,9 +14,11 @@ TEST(format_table, prints_what_the_docs_say)
     std::map<std::string, std::string> examples = {{"%n", "\n"}, {"%t", "\t"}};
     std::ifstream docs(FORMAT_DOCS);
     for (std::string line; std::getline(docs, line);) {
-        const std::size_t example = line.rfind("| `");
-        if (line.starts_with("| `%") && line.ends_with("` |") && example > 2)
-            examples[line.substr(3, 2)] = line.substr(example + 3, line.size() - example - 6);
+        if (!line.starts_with("| `%"))
+            continue;
+        const std::size_t example = line.find(" | ", 7) + 3;
+        if (line[example] == '`')
+            examples[line.substr(3, 2)] = line.substr(example + 1, line.find('`', example + 1) - example - 1);
     }
     EXPECT_EQ(examples.size(), 34u);
     for (int byte = 1; byte < 256; ++byte) {

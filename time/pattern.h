@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -37,6 +38,8 @@ public:
 private:
     std::string_view text_;
 };
+
+struct ka_prepared_format;
 
 /// A format that is checked once, in a language, to print and to read by.
 ///
@@ -79,8 +82,11 @@ public:
     const ka_language& language() const noexcept { return language_; }
 
 private:
+    friend struct ka_pattern_access;
+
     std::string format_;
     ka_language language_;
+    std::shared_ptr<const ka_prepared_format> prepared_;
 };
 
 template <>

@@ -4,13 +4,14 @@
 
 #include "text/exact.h"
 #include "text/language_access.h"
+#include "text/pattern_access.h"
 #include "text/print_inline.h"
 #include "text/values.h"
 #include "throw.h"
 
 namespace {
 
-printed_value value_of(const ka_date& date, const ka_language_texts& language)
+inline printed_value value_of(const ka_date& date, const ka_language_texts& language)
 {
     unsigned short month = 0, day = 0;
     short year = 0;
@@ -20,7 +21,7 @@ printed_value value_of(const ka_date& date, const ka_language_texts& language)
         {0, 0, 0, month, day}, 0, year, false, known_day, ka_time_and_date::default_time_zone(), language};
 }
 
-printed_value value_of(const ka_time& time, const ka_language_texts& language)
+inline printed_value value_of(const ka_time& time, const ka_language_texts& language)
 {
     return {{time.hours(), time.minutes(), time.seconds(), 0, 0},
             time.microseconds(),
@@ -31,7 +32,7 @@ printed_value value_of(const ka_time& time, const ka_language_texts& language)
             language};
 }
 
-printed_value value_of(const ka_time_and_date& moment, const ka_language_texts& language)
+inline printed_value value_of(const ka_time_and_date& moment, const ka_language_texts& language)
 {
     return printed(moment, language);
 }
@@ -41,15 +42,17 @@ std::string text_of(const ka_pattern& pattern, const Value& value)
 {
     growing_text out;
     const char* const end =
-        print(out.begin(), out, pattern.format(), value_of(value, texts_of(pattern.language())));
+        print(out.begin(), out, prepared(pattern).printed, value_of(value, texts_of(pattern.language())));
     return std::move(out).str(end);
 }
 
 template <typename Value>
-std::to_chars_result written(char* first, char* last, const ka_pattern& pattern, const Value& value)
+[[gnu::always_inline]] inline std::to_chars_result written(char* first, char* last, const ka_pattern& pattern,
+                                                           const Value& value)
 {
     text_buffer out(first, last);
-    char* const end = print(first, out, pattern.format(), value_of(value, texts_of(pattern.language())));
+    char* const end =
+        print_inline(first, out, prepared(pattern).printed, value_of(value, texts_of(pattern.language())));
     if (out.is_full())
         return {last, std::errc::value_too_large};
     return {end, std::errc()};
@@ -82,6 +85,7 @@ ka_pattern::ka_pattern(const ka_pattern_text& format, const ka_language& languag
     if (place != format_.npos)
         throw_error(ka_failure, {KA_SOURCE, __LINE__}, "No code of a pattern at ",
                     static_cast<unsigned long long>(place), " in ", std::string_view(format_));
+    prepared_ = std::make_shared<const ka_prepared_format>(format_, texts_of(language_));
 }
 
 std::string ka_pattern::to_string(const ka_date& value) const { return text_of(*this, value); }
@@ -108,24 +112,21 @@ std::to_chars_result ka_pattern::to_chars(char* first, char* last, const ka_time
 template <>
 bool ka_pattern::is_exact<ka_date>() const noexcept
 {
-    const ka_language_texts& language = texts_of(language_);
-    return ka_unreadable_code(format_) == format_.npos && is_date_exact(fields_told(format_, language)) &&
-           is_read_one_way(format_, language, true);
+    return prepared_->unreadable_code == format_.npos && is_date_exact(prepared_->told) &&
+           is_read_one_way(prepared_->printed, texts_of(language_), true);
 }
 
 template <>
 bool ka_pattern::is_exact<ka_time>() const noexcept
 {
     const ka_language_texts& language = texts_of(language_);
-    return ka_unreadable_code(format_) == format_.npos &&
-           is_time_exact(fields_told(format_, language), language) &&
-           is_read_one_way(format_, language, false);
+    return prepared_->unreadable_code == format_.npos && is_time_exact(prepared_->told, language) &&
+           is_read_one_way(prepared_->printed, language, false);
 }
 
 template <>
 bool ka_pattern::is_exact<ka_time_and_date>() const noexcept
 {
-    const ka_language_texts& language = texts_of(language_);
-    const ka_told_fields told = fields_told(format_, language);
-    return is_exact<ka_date>() && is_time_exact(told, language) && ka_tells(told, ka_format_field::zone);
+    return is_exact<ka_date>() && is_time_exact(prepared_->told, texts_of(language_)) &&
+           ka_tells(prepared_->told, ka_format_field::zone);
 }

@@ -4,6 +4,7 @@
 
 #include "text/exact.h"
 #include "text/language_access.h"
+#include "text/pattern_access.h"
 #include "text/reader.h"
 #include "text/resolve.h"
 
@@ -17,12 +18,16 @@ struct refused_format {
 };
 
 template <typename Value>
-refused_format checked(std::string_view format, const ka_language_texts& language)
+refused_format checked(std::string_view format, std::size_t unreadable_code, ka_told_fields told)
 {
-    const std::size_t place = ka_unreadable_code(format);
-    if (place != format.npos)
-        return {place, 2, "a code to read by"};
-    return {format.size(), 0, ka_missing<Value>(fields_told(format, language))};
+    if (unreadable_code != format.npos)
+        return {unreadable_code, 2, "a code to read by"};
+    return {format.size(), 0, ka_missing<Value>(told)};
+}
+
+ka_read_failure failure_of(const refused_format& refused, std::string_view format)
+{
+    return {ka_failure, format, refused.position, refused.length, refused.field};
 }
 
 /// The zone of a moment that is read, and what a local time means there.
@@ -59,6 +64,10 @@ bool make(text_reader& read, ka_time_and_date& value, const reading_place& place
     ka_time time;
     if (!resolve(read, date) || !resolve(read, time))
         return false;
+    if (!place.zone->dst_observed() && !read.tells(ka_format_field::zone)) {
+        value = ka_time_and_date(time, date, *place.zone);
+        return true;
+    }
     const ka_local_moments found = ka_local_times(*place.zone, time, date);
     const bool is_skipped = found.kind == ka_local_kind::skipped;
     bool is_dst = false;
@@ -75,19 +84,14 @@ bool make(text_reader& read, ka_time_and_date& value, const reading_place& place
     return true;
 }
 
+/// What comes of a text that was taken apart, or not.
 template <typename Value>
-ka_read_result<Value> read_by(std::string_view text, std::string_view format, bool is_checked,
-                              const ka_language_texts& language, const reading_place& place, ka_extent extent)
+[[gnu::always_inline]] inline ka_read_result<Value> result_of(std::string_view text, text_reader& read,
+                                                              bool is_read, const reading_place& place,
+                                                              ka_extent extent)
 {
-    if (!is_checked) {
-        const refused_format refused = checked<Value>(format, language);
-        if (refused.field != nullptr)
-            return ka_read_failure(static_cast<int>(ka_failure), format, refused.position, refused.length,
-                                   refused.field);
-    }
-    text_reader read(text, language, place.zone);
     Value value;
-    if (!read.read(format))
+    if (!is_read)
         return read.problem().in(text);
     if (extent == ka_extent::all && read.end() != text.size()) {
         read.refuse(ka_failure, read.end(), text.size() - read.end(), "end of text");
@@ -102,14 +106,29 @@ template <typename Value>
 ka_read_result<Value> read_by(std::string_view text, const ka_read_format<Value>& format,
                               const reading_place& place, ka_extent extent)
 {
-    return read_by<Value>(text, format.text(), format.is_checked(), ka_locale_text::user, place, extent);
+    const ka_language_texts& language = ka_locale_text::user;
+    if (!format.is_checked()) {
+        const refused_format refused = checked<Value>(format.text(), ka_unreadable_code(format.text()),
+                                                      fields_told(format.text(), language));
+        if (refused.field != nullptr)
+            return failure_of(refused, format.text());
+    }
+    text_reader read(text, language, place.zone);
+    const bool is_read = read.read(format.text());
+    return result_of<Value>(text, read, is_read, place, extent);
 }
 
 template <typename Value>
 ka_read_result<Value> read_by(std::string_view text, const ka_pattern& pattern, const reading_place& place,
                               ka_extent extent)
 {
-    return read_by<Value>(text, pattern.format(), false, texts_of(pattern.language()), place, extent);
+    const ka_prepared_format& format = prepared(pattern);
+    const refused_format refused = checked<Value>(pattern.format(), format.unreadable_code, format.told);
+    if (refused.field != nullptr)
+        return failure_of(refused, pattern.format());
+    text_reader read(text, texts_of(pattern.language()), place.zone);
+    const bool is_read = read.read(format.pieces.data(), format.pieces.data() + format.pieces.size());
+    return result_of<Value>(text, read, is_read, place, extent);
 }
 
 }

@@ -38,7 +38,11 @@ public:
             next_ = rest_.next();
     }
 
-    bool is_number() const { return !is_end_ && next_.is_code() && ::is_number(next_.code().form); }
+    bool is_number() const
+    {
+        return !is_end_ && next_.is_code() &&
+               (::is_number(next_.code().form) || next_.code().field == field::year_with_era);
+    }
     bool is_literal() const { return !is_end_ && !next_.is_code(); }
     bool is_blank() const { return is_literal() && is_space(next_.piece.letter); }
     bool is_digit() const { return is_literal() && '0' <= next_.piece.letter && next_.piece.letter <= '9'; }

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <iterator>
+#include <limits>
 
 #include <time/inline/codes.h>
 
@@ -11,9 +14,11 @@ struct field_row {
     int lowest;
     int highest;
     ka_error code;
+    /// A number between them that it can't have.
+    int never = std::numeric_limits<int>::min();
 };
 
-constexpr field_row row_of_field(ka_format_field told)
+constexpr field_row limits_of(ka_format_field told)
 {
     using field = ka_format_field;
     switch (told) {
@@ -43,7 +48,7 @@ constexpr field_row row_of_field(ka_format_field told)
             return {0, 53, ka_invalid_week};
         case field::year:
         case field::year_with_era:
-            return {-4713, 32766, ka_invalid_year};
+            return {-4713, 32766, ka_invalid_year, 0};
         case field::year_of_era:
             return {1, 32766, ka_invalid_year};
         case field::century:
@@ -57,33 +62,44 @@ constexpr field_row row_of_field(ka_format_field told)
     }
 }
 
+/// By the row of a code.
+inline constexpr auto limits_of_rows = [] {
+    std::array<field_row, std::size(ka_format_codes)> rows = {};
+    for (std::size_t code = 0; code < rows.size(); ++code)
+        rows[code] = limits_of(ka_format_codes[code].field);
+    return rows;
+}();
+
+inline const field_row& limits_of_row(int row) { return limits_of_rows[static_cast<std::size_t>(row)]; }
+
 /// How many digits a number has, and whether a sign can stand in front.
 struct digits_row {
-    std::size_t least;
-    std::size_t most;
+    unsigned char least;
+    unsigned char most;
     bool has_sign;
 };
 
 /// With another number right behind, a number has as many digits as it prints in these years.
 constexpr digits_row digits_of(const ka_format_code& code, bool is_number_next)
 {
-    const std::size_t year = is_number_next ? 4 : 5;
-    if (code.field == ka_format_field::year_with_era)
-        return {std::size_t{is_number_next ? 4u : 1u}, year, false};
-    if (code.field == ka_format_field::year_of_century)
-        return {std::size_t{is_number_next ? 2u : 1u}, 2, true};
-    switch (code.form) {
-        case ka_format_form::three_digits:
-            return {std::size_t{is_number_next ? 3u : 1u}, 3, false};
-        case ka_format_form::six_digits:
-            return {std::size_t{is_number_next ? 6u : 1u}, 6, false};
-        case ka_format_form::plain:
-            if (code.field == ka_format_field::weekday)
-                return {1, 1, false};
-            if (code.field == ka_format_field::century)
-                return {std::size_t{is_number_next ? 2u : 1u}, std::size_t{is_number_next ? 2u : 3u}, true};
-            return {std::size_t{is_number_next ? 4u : 1u}, year, code.field == ka_format_field::year};
+    const auto row = [is_number_next](unsigned char fixed, unsigned char most, bool has_sign) {
+        return is_number_next ? digits_row{fixed, fixed, has_sign} : digits_row{1, most, has_sign};
+    };
+    switch (code.field) {
+        case ka_format_field::year:
+            return row(4, 5, true);
+        case ka_format_field::year_of_era:
+        case ka_format_field::year_with_era:
+            return row(4, 5, false);
+        case ka_format_field::century:
+            return row(2, 3, true);
+        case ka_format_field::year_of_century:
+            return row(2, 2, true);
+        case ka_format_field::microsecond:
+            return row(6, 6, false);
+        case ka_format_field::day_of_year:
+            return row(3, 3, false);
         default:
-            return {std::size_t{is_number_next ? 2u : 1u}, 2, false};
+            return code.form == ka_format_form::plain ? row(1, 1, false) : row(2, 2, false);
     }
 }

@@ -41,6 +41,20 @@ constexpr bool stands_for_pieces(const ka_format_code& code)
     return code.form == ka_format_form::format && code.field != ka_format_field::year_with_era;
 }
 
+inline std::string_view format_behind(const ka_format_code& code, const ka_language_texts& language)
+{
+    switch (code.field) {
+        case ka_format_field::user_timedate:
+            return **language.timedate;
+        case ka_format_field::user_date:
+            return **language.date;
+        case ka_format_field::user_time:
+            return **language.time;
+        default:
+            return code.format;
+    }
+}
+
 /// The pieces of a format one after the other. In place of a code that stands
 /// for pieces come these, unless it is padded with zeros or to the left; one
 /// that is padded with blanks in front comes before its pieces.
@@ -69,13 +83,16 @@ public:
         if (found.piece.is_code)
             found.row = row_of(found.piece.letter);
         if (found.is_code() && stands_for_pieces(found.code()) && can_enter(found.piece))
-            levels_[++depth_] = ka_format_pieces(behind(found.code()));
+            levels_[++depth_] = ka_format_pieces(format_behind(found.code(), *language_));
         return found;
     }
 
     /// Whether the text of the next piece can begin with a digit.
     bool is_number_next() const
     {
+        const ka_format_pieces& level = levels_[depth_];
+        if (!level.is_at_end() && level.peek() != '%')
+            return '0' <= level.peek() && level.peek() <= '9';
         piece_stream ahead(*this);
         while (!ahead.is_at_end()) {
             const coded_piece next = ahead.next();
@@ -92,20 +109,6 @@ private:
     bool can_enter(const ka_format_piece& piece) const
     {
         return !piece.is_left && piece.fill == ' ' && depth_ + 1 < std::size(levels_);
-    }
-
-    std::string_view behind(const ka_format_code& code) const
-    {
-        switch (code.field) {
-            case ka_format_field::user_timedate:
-                return **language_->timedate;
-            case ka_format_field::user_date:
-                return **language_->date;
-            case ka_format_field::user_time:
-                return **language_->time;
-            default:
-                return code.format;
-        }
     }
 
     static constexpr ka_format_pieces none = ka_format_pieces({});

@@ -1,7 +1,6 @@
 #include "reader.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 
 #include "fields.h"
@@ -10,8 +9,6 @@ namespace {
 
 using field = ka_format_field;
 using form = ka_format_form;
-
-constexpr bool is_space(char letter) { return letter == ' ' || ('\t' <= letter && letter <= '\r'); }
 
 constexpr bool is_digit(char letter) { return '0' <= letter && letter <= '9'; }
 
@@ -30,74 +27,81 @@ constexpr int scaled(int number, std::size_t digits)
 
 }
 
-std::uint64_t text_reader::rows_of(ka_format_field wanted) noexcept
-{
-    static constexpr auto rows = [] {
-        std::array<std::uint64_t, static_cast<std::size_t>(field::pieces) + 1> found = {};
-        for (std::size_t row = 0; row < code_count; ++row)
-            found[static_cast<std::size_t>(ka_format_codes[row].field)] |= std::uint64_t{1} << row;
-        return found;
-    }();
-    return rows[static_cast<std::size_t>(wanted)];
-}
-
 int text_reader::first_row(ka_format_field wanted) const noexcept
 {
     return std::countr_zero(told_ & rows_of(wanted));
+}
+
+int text_reader::take(ka_format_field wanted) noexcept
+{
+    const int row = first_row(wanted);
+    left_ &= ~(std::uint64_t{1} << row);
+    const int number = values_[row].number;
+    if (is_number(ka_format_codes[row].form) || wanted == field::year_with_era)
+        return number;
+    return std::countr_zero(static_cast<unsigned int>(number)) + (wanted == field::month ? 1 : 0);
 }
 
 bool text_reader::read(std::string_view format)
 {
     for (piece_stream pieces(format, language_); !pieces.is_at_end();) {
         const coded_piece next = pieces.next();
-        if (next.is_code() ? !read_code(next, pieces.is_number_next()) : !read_literal(next))
+        if (!read(read_piece_of(next, next.is_code() && pieces.is_number_next())))
             return false;
     }
+    left_ = told_;
     return true;
 }
 
-bool text_reader::read_literal(const coded_piece& next) noexcept
+bool text_reader::read(const read_piece* first, const read_piece* last)
 {
-    const char letter = next.piece.letter;
-    if (next.piece.is_padded)
-        skip(next.piece.fill, text_.size());
-    if (is_space(letter)) {
-        const std::size_t start = at_;
-        while (at_ < text_.size() && is_space(text_[at_]))
-            ++at_;
-        if (at_ > start || (at_ > 0 && is_space(text_[at_ - 1])))
+    for (; first != last; ++first)
+        if (!read(*first))
+            return false;
+    left_ = told_;
+    return true;
+}
+
+[[gnu::always_inline]] inline bool text_reader::read(const read_piece& next)
+{
+    if (next.width != 0) [[unlikely]]
+        return read_padded(next);
+    switch (next.reads) {
+        case read_piece::literal:
+            return read_literal(next);
+        case read_piece::number:
+            return read_number(next);
+        case read_piece::blank:
+            return read_blank(next);
+        case read_piece::year_with_era:
+            return read_year_with_era(next);
+        case read_piece::name:
+            return read_name(next.row);
+        case read_piece::zone:
+            return read_zone(next.row);
+        default:
             return true;
-    } else if (at_ < text_.size() && text_[at_] == letter) {
+    }
+}
+
+bool text_reader::read_literal(const read_piece& next) noexcept
+{
+    if (at_ < text_.size() && text_[at_] == next.letter) [[likely]] {
         ++at_;
         return true;
     }
-    const char quoted[] = {'"', letter, '"'};
+    const char quoted[] = {'"', next.letter, '"'};
     return refuse(ka_failure, at_, 1, {quoted, sizeof quoted});
 }
 
-bool text_reader::read_code(const coded_piece& next, bool is_number_next) noexcept
+/// White space in a format is as much of it as there is in the text, and none
+/// where what stood before has ended in some.
+bool text_reader::read_blank(const read_piece& next) noexcept
 {
     const std::size_t start = at_;
-    const ka_format_piece& piece = next.piece;
-    const std::size_t width =
-        static_cast<std::size_t>(std::min<unsigned long long>(piece.width, text_.size()));
-    if (stands_for_pieces(next.code())) {
-        skip(' ', width);
-        return true;
-    }
-    bool is_read = false;
-    if (is_number(next.code().form)) {
-        is_read = read_number(next.row, piece.is_left ? 0 : width, piece.fill, is_number_next);
-    } else {
-        if (!piece.is_left)
-            skip(piece.fill, width);
-        is_read = next.code().field == field::year_with_era ? read_year_with_era(next.row, is_number_next)
-                  : next.code().field == field::zone        ? read_zone(next.row)
-                                                            : read_name(next.row);
-    }
-    if (is_read && piece.is_left && at_ - start < width)
-        skip(' ', width - (at_ - start));
-    return is_read;
+    while (at_ < text_.size() && is_blank(text_[at_]))
+        ++at_;
+    return at_ > start || (at_ > 0 && is_blank(text_[at_ - 1])) || read_literal(next);
 }
 
 void text_reader::skip(char fill, std::size_t most) noexcept
@@ -106,52 +110,80 @@ void text_reader::skip(char fill, std::size_t most) noexcept
         ++at_;
 }
 
-bool text_reader::read_number(int row, std::size_t width, char fill, bool is_number_next) noexcept
+/// What fills the width in front of a number leaves the digits that it prints.
+bool text_reader::read_padded(const read_piece& padded)
 {
-    const ka_format_code& code = ka_format_codes[row];
-    digits_row digits = digits_of(code, is_number_next);
-    const std::size_t filled = at_;
-    if (width > 0 && (digits.has_sign || fill == ' '))
-        skip(fill, width - 1);
-    else if (width > digits.most)
-        skip(fill, width - digits.most);
-    // The last zero of nothing but zeros is the number.
-    if (fill == '0' && at_ > filled && !is_digit_next() && peek() != '-' && peek() != ' ')
-        --at_;
     const std::size_t start = at_;
-    if (code.form == form::two_places && peek() == ' ') {
-        ++at_;
-        digits = {1, 1, false};
+    const auto width = static_cast<std::size_t>(std::min<unsigned long long>(padded.width, text_.size()));
+    read_piece next = padded;
+    next.width = 0;
+    if (next.reads == read_piece::number && !next.is_left) {
+        if (width > 0 && (next.digits.has_sign || next.fill == ' '))
+            skip(next.fill, width - 1);
+        else if (width > next.digits.most)
+            skip(next.fill, width - next.digits.most);
+        // The last zero of nothing but zeros is the number.
+        if (next.fill == '0' && at_ > start && !is_digit_next() && peek() != '-' && peek() != ' ')
+            --at_;
+    } else if (!next.is_left) {
+        skip(next.fill, width);
     }
-    const bool is_negative = digits.has_sign && peek() == '-';
-    if (is_negative || (digits.has_sign && peek() == '+'))
-        ++at_;
-    const std::size_t first = at_;
-    int number = 0;
-    for (; at_ - first < digits.most && is_digit_next(); ++at_)
-        number = number * 10 + (text_[at_] - '0');
-    if (at_ - first < digits.least)
-        return refuse_word(row, start);
-    if (code.form == form::six_digits)
-        number = scaled(number, at_ - first);
-    return tell(row, is_negative ? -number : number, start);
+    if (!read(next))
+        return false;
+    if (next.is_left && at_ - start < width)
+        skip(' ', width - (at_ - start));
+    return true;
 }
 
-bool text_reader::tell(int row, int number, std::size_t position) noexcept
+bool text_reader::read_number(const read_piece& next) noexcept
 {
-    const ka_format_code& code = ka_format_codes[row];
-    const field_row limits = row_of_field(code.field);
-    const bool is_year = code.field == field::year || code.field == field::year_with_era;
-    const bool is_bits = code.form == form::name || code.form == form::abbreviation;
+    const std::size_t start = at_;
+    if (ka_format_codes[next.row].form == form::two_places && peek() == ' ') {
+        ++at_;
+        return read_digits(next, {1, 1, false}, start);
+    }
+    return read_digits(next, next.digits, start);
+}
+
+bool text_reader::read_digits(const read_piece& next, digits_row digits, std::size_t start) noexcept
+{
+    const bool has_sign = digits.has_sign && (peek() == '-' || peek() == '+');
+    const bool is_negative = has_sign && peek() == '-';
+    if (has_sign)
+        ++at_;
+    const std::size_t first = at_;
+    const std::size_t end = std::min(text_.size(), first + digits.most);
+    int number = 0;
+    for (; at_ < end && is_digit(text_[at_]); ++at_)
+        number = number * 10 + (text_[at_] - '0');
+    if (at_ - first < digits.least)
+        return refuse_word(next.row, start);
+    if (digits.most == 6)
+        number = scaled(number, at_ - first);
+    return tell_number(next.row, is_negative ? -number : number, start);
+}
+
+bool text_reader::tell_number(int row, int number, std::size_t position) noexcept
+{
+    const field_row& limits = limits_of_row(row);
     const std::uint64_t bit = std::uint64_t{1} << row;
     told_value& value = values_[row];
-    const bool is_told_otherwise =
-        (told_ & bit) != 0 && (is_bits ? (value.number & number) == 0 : value.number != number);
-    if (is_told_otherwise || (!is_bits && (number < limits.lowest || limits.highest < number)) ||
-        (is_year && number == 0))
-        return refuse(limits.code, position, at_ - position, {&code.letter, 1});
+    const bool is_told_otherwise = (told_ & bit) != 0 && value.number != number;
+    if (is_told_otherwise || number < limits.lowest || limits.highest < number || number == limits.never)
+        return refuse(limits.code, position, at_ - position, {&ka_format_codes[row].letter, 1});
     told_ |= bit;
     value = {number, position, at_ - position};
+    return true;
+}
+
+bool text_reader::tell_name(int row, int bits, std::size_t position) noexcept
+{
+    const std::uint64_t bit = std::uint64_t{1} << row;
+    told_value& value = values_[row];
+    if ((told_ & bit) != 0 && (value.number & bits) == 0)
+        return refuse(limits_of_row(row).code, position, at_ - position, {&ka_format_codes[row].letter, 1});
+    told_ |= bit;
+    value = {bits, position, at_ - position};
     return true;
 }
 
@@ -169,8 +201,7 @@ bool text_reader::refuse(ka_error code, std::size_t position, std::size_t length
 bool text_reader::refuse(int row) noexcept
 {
     const ka_format_code& code = ka_format_codes[row];
-    return refuse(row_of_field(code.field).code, values_[row].position, values_[row].length,
-                  {&code.letter, 1});
+    return refuse(limits_of_row(row).code, values_[row].position, values_[row].length, {&code.letter, 1});
 }
 
 /// Shows the word that stands at a position, or the one character.
@@ -182,6 +213,6 @@ bool text_reader::refuse_word(int row, std::size_t position) noexcept
     while (end < text_.size() && end - position < longest_word &&
            (is_letter(text_[end]) || is_digit(text_[end])))
         ++end;
-    return refuse(row_of_field(code.field).code, position, std::max<std::size_t>(end - position, 1),
+    return refuse(limits_of_row(row).code, position, std::max<std::size_t>(end - position, 1),
                   {&code.letter, 1});
 }

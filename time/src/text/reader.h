@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -11,9 +12,17 @@
 
 #include "../throw.h"
 #include "language.h"
-#include "piece_stream.h"
+#include "read_piece.h"
 
 inline constexpr std::size_t code_count = std::size(ka_format_codes);
+
+/// The rows of the table of codes that tell each field, one bit each.
+inline constexpr auto rows_of_fields = [] {
+    std::array<std::uint64_t, static_cast<std::size_t>(ka_format_field::pieces) + 1> rows = {};
+    for (std::size_t row = 0; row < code_count; ++row)
+        rows[static_cast<std::size_t>(ka_format_codes[row].field)] |= std::uint64_t{1} << row;
+    return rows;
+}();
 
 /// What a text does not fit to.
 struct misfit {
@@ -46,6 +55,7 @@ public:
 
     /// Reads from the start of the text on. False where something does not fit, which `problem` tells.
     bool read(std::string_view format);
+    bool read(const read_piece* first, const read_piece* last);
 
     std::size_t end() const noexcept { return at_; }
     const misfit& problem() const noexcept { return problem_; }
@@ -58,7 +68,15 @@ public:
     std::uint64_t told_rows() const noexcept { return told_; }
     const told_value& told_by(int row) const noexcept { return values_[row]; }
     int first_row(ka_format_field field) const noexcept;
-    static std::uint64_t rows_of(ka_format_field field) noexcept;
+    static std::uint64_t rows_of(ka_format_field field) noexcept
+    {
+        return rows_of_fields[static_cast<std::size_t>(field)];
+    }
+
+    /// What a field has told, as a number; a name that several have is the first of them.
+    int take(ka_format_field field) noexcept;
+    /// The rows that have told something that nothing was made of.
+    std::uint64_t rows_left() const noexcept { return left_; }
 
     /// Notes that what a row has told does not hold. Gives false.
     bool refuse(int row) noexcept;
@@ -71,12 +89,15 @@ private:
         std::size_t length = 0;
     };
 
-    bool read_literal(const coded_piece& next) noexcept;
-    bool read_code(const coded_piece& next, bool is_number_next) noexcept;
-    bool read_number(int row, std::size_t width, char fill, bool is_number_next) noexcept;
-    bool read_year_with_era(int row, bool is_number_next) noexcept;
+    bool read(const read_piece& next);
+    bool read_literal(const read_piece& next) noexcept;
+    bool read_blank(const read_piece& next) noexcept;
+    bool read_padded(const read_piece& next);
+    bool read_number(const read_piece& next) noexcept;
+    bool read_digits(const read_piece& next, digits_row digits, std::size_t start) noexcept;
+    bool read_year_with_era(const read_piece& next) noexcept;
     bool read_name(int row) noexcept;
-    bool read_zone(int row) noexcept;
+    bool read_zone(int row);
 
     name_match match_month() const noexcept;
     name_match match_weekday() const noexcept;
@@ -84,7 +105,8 @@ private:
                           std::string_view english_second) const noexcept;
     void consider(std::string_view name, unsigned int index, bool is_own, name_match& best) const noexcept;
 
-    bool tell(int row, int number, std::size_t position) noexcept;
+    bool tell_number(int row, int number, std::size_t position) noexcept;
+    bool tell_name(int row, int bits, std::size_t position) noexcept;
     bool refuse_word(int row, std::size_t position) noexcept;
     bool has(std::size_t count) const noexcept { return text_.size() - at_ >= count; }
     char peek() const noexcept { return at_ < text_.size() ? text_[at_] : '\0'; }
@@ -96,6 +118,7 @@ private:
     const ka_time_zone* zone_;
     std::size_t at_ = 0;
     std::uint64_t told_ = 0;
+    std::uint64_t left_ = 0;
     told_value values_[code_count];
     misfit problem_;
 };

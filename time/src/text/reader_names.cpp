@@ -22,10 +22,11 @@ bool begins_with(std::string_view text, std::string_view name)
 }
 
 // The era is printed below 1000, but "A.D." behind a later year may be another piece.
-bool text_reader::read_year_with_era(int row, bool is_number_next) noexcept
+bool text_reader::read_year_with_era(const read_piece& next) noexcept
 {
     const std::size_t start = at_;
-    const digits_row digits = digits_of(ka_format_codes[row], is_number_next);
+    const digits_row digits = next.digits;
+    const int row = next.row;
     int year = 0;
     for (; at_ - start < digits.most && is_digit_next(); ++at_)
         year = year * 10 + (text_[at_] - '0');
@@ -39,11 +40,11 @@ bool text_reader::read_year_with_era(int row, bool is_number_next) noexcept
     const bool is_bc = era.bits == 2;
     if (era.bits != 0 && at_ > end && (is_bc || year < 1000)) {
         at_ += era.length;
-        return tell(row, is_bc ? -year : year, start);
+        return tell_number(row, is_bc ? -year : year, start);
     }
     at_ = end;
-    return year < 1000 ? refuse(row_of_field(field::year_with_era).code, start, end - start, "f")
-                       : tell(row, year, start);
+    return year < 1000 ? refuse(limits_of_row(row).code, start, end - start, "f")
+                       : tell_number(row, year, start);
 }
 
 void text_reader::consider(std::string_view name, unsigned int index, bool is_own,
@@ -134,11 +135,11 @@ bool text_reader::read_name(int row) noexcept
     }
     at_ += found.length;
     if (found.bits != 0)
-        return tell(row, found.bits, start);
+        return tell_name(row, found.bits, start);
     return is_optional || refuse_word(row, start);
 }
 
-bool text_reader::read_zone(int row) noexcept
+bool text_reader::read_zone(int row)
 {
     if (zone_ == nullptr)
         return true;
@@ -147,5 +148,5 @@ bool text_reader::read_zone(int row) noexcept
     consider(zone_->name(), 0, true, found);
     consider(zone_->dst_name(), 1, true, found);
     at_ += found.length;
-    return found.bits != 0 ? tell(row, found.bits, start) : refuse_word(row, start);
+    return found.bits != 0 ? tell_name(row, found.bits, start) : refuse_word(row, start);
 }

@@ -16,20 +16,10 @@ bool is_name(int row)
     return form == ka_format_form::name || form == ka_format_form::abbreviation;
 }
 
-/// The lowest number that a row has told.
-int number_of(const text_reader& read, field told)
-{
-    const int row = read.first_row(told);
-    const int number = read.told_by(row).number;
-    if (!is_name(row))
-        return number;
-    return std::countr_zero(static_cast<unsigned int>(number)) + (told == field::month ? 1 : 0);
-}
-
 /// Whether all that was told for one need agrees with a value.
 bool agrees(text_reader& read, const printed_value& value, bool is_date)
 {
-    for (std::uint64_t rest = read.told_rows(); rest != 0; rest &= rest - 1) {
+    for (std::uint64_t rest = read.rows_left(); rest != 0; rest &= rest - 1) {
         const int row = std::countr_zero(rest);
         const ka_format_need need = ka_format_codes[row].need;
         if (need == ka_format_need::zone || (need != ka_format_need::time) != is_date)
@@ -44,21 +34,21 @@ bool agrees(text_reader& read, const printed_value& value, bool is_date)
 }
 
 /// The year of the first field that tells one, or 0.
-int year_of(const text_reader& read)
+int year_of(text_reader& read)
 {
     if (read.tells(field::year))
-        return number_of(read, field::year);
+        return read.take(field::year);
     if (read.tells(field::year_with_era))
-        return number_of(read, field::year_with_era);
+        return read.take(field::year_with_era);
     if (read.tells(field::year_of_era) && read.tells(field::era)) {
-        const int year = number_of(read, field::year_of_era);
-        return number_of(read, field::era) == 0 ? year : -year;
+        const int year = read.take(field::year_of_era);
+        return read.take(field::era) == 0 ? year : -year;
     }
     if (!read.tells(field::year_of_century))
         return 0;
-    const int year = number_of(read, field::year_of_century);
+    const int year = read.take(field::year_of_century);
     if (read.tells(field::century))
-        return number_of(read, field::century) * 100 + year;
+        return read.take(field::century) * 100 + year;
     return year < 0 ? 0 : year + (year < 69 ? 2000 : 1900);
 }
 
@@ -74,12 +64,12 @@ field year_field(const text_reader& read)
 bool refuse(text_reader& read, field told) { return read.refuse(read.first_row(told)); }
 
 /// The day number that the week of a year and the weekday tell, weeks beginning with a weekday from 0 on.
-int day_of_week(const text_reader& read, field week, int first_weekday, int new_year)
+int day_of_week(text_reader& read, field week, int first_weekday, int new_year)
 {
     const int weekday_of_new_year = (new_year + 1) % 7;
     const int first = new_year + (7 + first_weekday - weekday_of_new_year) % 7;
-    const int weekday = (number_of(read, field::weekday) + 7 - first_weekday) % 7;
-    return first + 7 * (number_of(read, week) - 1) + weekday;
+    const int weekday = (read.take(field::weekday) + 7 - first_weekday) % 7;
+    return first + 7 * (read.take(week) - 1) + weekday;
 }
 
 bool resolve_day_of_year(text_reader& read, short year, ka_date& date)
@@ -89,7 +79,7 @@ bool resolve_day_of_year(text_reader& read, short year, ka_date& date)
     int day = 0;
     field told = field::day_of_year;
     if (read.tells(told)) {
-        day = new_year + number_of(read, told) - 1;
+        day = new_year + read.take(told) - 1;
     } else {
         told = read.tells(field::week_from_sunday) ? field::week_from_sunday : field::week_from_monday;
         day = day_of_week(read, told, told == field::week_from_sunday ? 0 : 1, new_year);
@@ -110,8 +100,8 @@ bool resolve(text_reader& read, ka_date& date)
         return refuse(read, year_field(read));
 
     if (read.tells(field::month) && read.tells(field::day)) {
-        const auto month = static_cast<unsigned short>(number_of(read, field::month));
-        const auto day = static_cast<unsigned short>(number_of(read, field::day));
+        const auto month = static_cast<unsigned short>(read.take(field::month));
+        const auto day = static_cast<unsigned short>(read.take(field::day));
         if (!ka_date::is_day_in_month(month, day, year))
             return refuse(read, field::day);
         date = ka_date(month, day, year);
@@ -132,17 +122,17 @@ bool resolve(text_reader& read, ka_time& time)
 {
     int hour = 0;
     if (read.tells(field::hour)) {
-        hour = number_of(read, field::hour);
+        hour = read.take(field::hour);
     } else {
         // In a language without texts for the halves, these may have told nothing.
         if (!read.tells(field::half_of_day))
             return refuse(read, field::hour_of_12);
-        hour = number_of(read, field::hour_of_12) % 12 + 12 * number_of(read, field::half_of_day);
+        hour = read.take(field::hour_of_12) % 12 + 12 * read.take(field::half_of_day);
     }
-    const int minute = read.tells(field::minute) ? number_of(read, field::minute) : 0;
-    const int told_second = read.tells(field::second) ? number_of(read, field::second) : 0;
+    const int minute = read.tells(field::minute) ? read.take(field::minute) : 0;
+    const int told_second = read.tells(field::second) ? read.take(field::second) : 0;
     const int second = told_second == 60 ? 59 : told_second;
-    const int microsecond = read.tells(field::microsecond) ? number_of(read, field::microsecond) : 0;
+    const int microsecond = read.tells(field::microsecond) ? read.take(field::microsecond) : 0;
     time = ka_time(static_cast<unsigned short>(hour), static_cast<unsigned short>(minute),
                    static_cast<unsigned short>(second), static_cast<unsigned int>(microsecond));
     const printed_value value = {{static_cast<unsigned int>(hour), static_cast<unsigned int>(minute),

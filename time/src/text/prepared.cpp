@@ -1,0 +1,36 @@
+#include "prepared.h"
+
+#include <string_view>
+
+namespace {
+
+/// A layout can hold another, that one the third, and that one a code for pieces.
+constexpr int deepest = 5;
+
+std::string expanded(std::string_view format, const ka_language_texts& language, int depth)
+{
+    std::string text;
+    for (ka_format_pieces pieces(format); !pieces.is_at_end();) {
+        const std::string_view rest = pieces.rest();
+        const ka_format_piece piece = pieces.next();
+        const int row = piece.is_code ? row_of(piece.letter) : -1;
+        if (row >= 0 && !piece.is_padded && stands_for_pieces(ka_format_codes[row]) && depth < deepest)
+            text += expanded(format_behind(ka_format_codes[row], language), language, depth + 1);
+        else
+            text += rest.substr(0, rest.size() - pieces.rest().size());
+    }
+    return text;
+}
+
+}
+
+ka_prepared_format::ka_prepared_format(const std::string& format, const ka_language_texts& language)
+    : printed(expanded(format, language, 0)), unreadable_code(ka_unreadable_code(format))
+{
+    for (piece_stream stream(printed, language); !stream.is_at_end();) {
+        const coded_piece next = stream.next();
+        pieces.push_back(read_piece_of(next, next.is_code() && stream.is_number_next()));
+        if (next.is_code())
+            told |= ka_field_bit(next.code().field);
+    }
+}
