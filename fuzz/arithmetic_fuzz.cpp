@@ -1,7 +1,7 @@
 // Wide integers, periods and times of day, wraps included, against integers of 128 bits.
 #include <bitset>
+#include <cfenv>
 #include <climits>
-#include <sys/time.h>
 
 #include <time/months.h>
 #include <time/time_of_day.h>
@@ -97,21 +97,36 @@ struct fields {
     int128 total() const { return int128{seconds} * million + microseconds; }
 };
 
-fields of(const ka_time_period& period)
+fields of(const ka_time_period& period) { return {period.whole_seconds(), period.microseconds()}; }
+
+/// One carry and one change of sign, at most, of seconds that wrap.
+fields evened_once(int128 seconds, int128 microseconds)
 {
-    return {static_cast<timeval>(period).tv_sec, period.microseconds()};
+    const auto wrapped = static_cast<long long>(static_cast<u64>(seconds + microseconds / million));
+    const int borrowed = (wrapped < 0 && microseconds > 0) - (wrapped > 0 && microseconds < 0);
+    return {wrapped + borrowed, static_cast<int>((microseconds - borrowed * million) % million)};
 }
 
-/// The exact total where 64 bits of seconds hold it. Else the seconds wrap, and
-/// one carry and one change of sign are all that is evened out.
+/// The exact total where 64 bits of seconds hold it.
 fields evened(int128 seconds, int128 microseconds)
 {
     const int128 total = seconds * million + microseconds;
     if (LLONG_MIN <= total / million && total / million <= LLONG_MAX)
         return {static_cast<long long>(total / million), static_cast<int>(total % million)};
-    const auto wrapped = static_cast<long long>(static_cast<u64>(seconds + microseconds / million));
-    const int borrowed = (wrapped < 0 && microseconds > 0) - (wrapped > 0 && microseconds < 0);
-    return {wrapped + borrowed, static_cast<int>((microseconds - borrowed * million) % million)};
+    return evened_once(seconds, microseconds);
+}
+
+/// Seconds and microseconds are truncated apart, in whatever way the host rounds.
+void check_quotient(const fields& a, int divisor)
+{
+    const int128 rest = int128{a.seconds % divisor} * million / divisor;
+    const fields expected = {a.seconds / divisor, a.microseconds / divisor + static_cast<int>(rest)};
+    for (const int mode : {FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO, FE_TONEAREST}) {
+        std::fesetround(mode);
+        // Else the compiler could divide once for all modes.
+        const volatile int by = divisor;
+        agree(of(ka_time_period(a.seconds, a.microseconds) / by) == expected, "period quotient");
+    }
 }
 
 void check_period(const fields& a, const fields& b, int factor)
@@ -133,6 +148,14 @@ void check_period(const fields& a, const fields& b, int factor)
           "period product");
     agree(factor * x == x * factor, "period product from the left");
     agree((ka_time_period(x) *= factor) == x * factor, "period product in place");
+    // The fields of a product that has wrapped can be of two signs.
+    const fields product = of(x * factor);
+    const bool is_of_one_sign = product.seconds == 0 || product.microseconds == 0 ||
+                                (product.seconds < 0) == (product.microseconds < 0);
+    const auto sum = is_of_one_sign ? evened : evened_once;
+    agree(of(x * factor + y) ==
+              sum(int128{product.seconds} + b.seconds, product.microseconds + b.microseconds),
+          "sum with a product");
     agree(x.to_days() == static_cast<int>(static_cast<unsigned int>(a.seconds / 86400)), "days of a period");
     agree(x.to_minutes() == static_cast<int>(static_cast<unsigned int>(a.seconds / 60)),
           "minutes of a period");
@@ -143,9 +166,11 @@ void check_period(const fields& a, const fields& b, int factor)
     if (factor == -1 && a.seconds == LLONG_MIN)
         return;
     agree(of(x % factor) == fields{a.seconds % factor, a.microseconds % factor}, "period remainder");
-    // Seconds and microseconds are truncated apart: a microsecond can be lost.
-    const int128 lost = a.total() / factor - of(x / factor).total();
-    agree(lost == 0 || lost == ((a.total() < 0) != (factor < 0) ? -1 : 1), "period quotient");
+    check_quotient(a, factor);
+    // The two sides of a whole quotient.
+    const long long near = a.seconds / 2 / factor * factor;
+    check_quotient({near, 0}, factor);
+    check_quotient({near - (near < 0 ? -1 : 1), 0}, factor);
 }
 
 constexpr int128 day = int128{86400} * million;

@@ -310,6 +310,8 @@ private:
     static constexpr unsigned short checked_weekday(Weekday weekday);
     static constexpr ka_date unchecked(int julian_day) noexcept;
     constexpr int new_year() const;
+    static constexpr int nth_weekday(int which, int weekday, int month, int year);
+    static constexpr void check_weekday_out_of_month(int which, int end, int found, int month);
 
     // What is refused, and in which words: in the class's source.
     [[noreturn]] static void refuse_day(given julian_day);

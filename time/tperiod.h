@@ -188,10 +188,10 @@ private:
     static constexpr ka_time_period unchecked(long long seconds, int microseconds) noexcept;
     static constexpr ka_time_period of_one_sign(long long seconds, int microseconds);
     static constexpr bool are_of_opposite_signs(long long seconds, int microseconds) noexcept;
-    static constexpr bool can_lack_opposite(const ka_time_period& period) noexcept;
     static constexpr ka_time_period carried(long long seconds, int fraction) noexcept;
+    static constexpr ka_time_period evened(long long seconds, int fraction) noexcept;
     constexpr void normalize_time_period(long long seconds, long long microseconds) noexcept;
-    static constexpr long long quotient(long long dividend, int divisor) noexcept;
+    constexpr ka_time_period integer_quotient(int divisor) const;
     static constexpr long long wrapping_sum(long long a, long long b) noexcept;
     static constexpr long long wrapping_difference(long long a, long long b) noexcept;
     static constexpr long long wrapping_product(long long a, long long b) noexcept;

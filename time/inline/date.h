@@ -59,16 +59,33 @@ template <ka_integer Weekday, ka_integer Month, ka_integer Year>
     if (!is_weekday(weekday))
         refuse_weekday(weekday);
 
-    const int number = static_cast<int>(month);
-    const int counted = ka_gregorian::to_astronomical(static_cast<int>(year));
-    const int first = ka_gregorian::day_number(number, 1, counted);
-    const int end = first + ka_gregorian::month_length(number, ka_gregorian::is_leap(counted));
+    julian_day_ =
+        nth_weekday(which, static_cast<int>(weekday), static_cast<int>(month), static_cast<int>(year));
+}
+
+/// Of a valid weekday, month and year. A day within the month is one of the
+/// range, but for those counted back from the end of the range.
+[[gnu::always_inline]] constexpr int ka_date::nth_weekday(int which, int weekday, int month, int year)
+{
+    const int counted = ka_gregorian::is_ad_year(year) ? year : year + 1;
+    const int length = ka_gregorian::month_length(month, ka_gregorian::is_leap(counted));
+    const int first = ka_gregorian::day_number(month, 1, counted);
+    const int found = ka_gregorian::nth_weekday(first, first + length, which, weekday);
+    const auto days_on = static_cast<unsigned int>(found) - static_cast<unsigned int>(first);
+    if (days_on >= static_cast<unsigned int>(length) ||
+        (which <= 0 && first + length > ka_gregorian::last_day)) [[unlikely]]
+        check_weekday_out_of_month(which, first + length, found, month);
+    return found;
+}
+
+/// Passes what lies in a month of that number all the same.
+constexpr void ka_date::check_weekday_out_of_month(int which, int end, int found, int month)
+{
     if (which <= 0)
         checked_day(end);
-    const int found = checked_day(ka_gregorian::nth_weekday(first, end, which, static_cast<int>(weekday)));
-    if ((found < first || found >= end) && static_cast<int>(ka_gregorian::split(found).month) != number)
+    checked_day(found);
+    if (static_cast<int>(ka_gregorian::split(found).month) != month)
         refuse_week();
-    julian_day_ = found;
 }
 
 constexpr unsigned short ka_date::month() const noexcept
@@ -272,18 +289,24 @@ constexpr int ka_date::calc_julian_day(unsigned short month, unsigned short day,
 template <ka_integer Month, ka_integer Day, ka_integer Year>
 constexpr int ka_date::calc_julian_day(Month month, Day day, Year year)
 {
+    const int known_month = ka_integers::int_or(0, month);
+    const int known_year = ka_integers::int_or(0, year);
+    const bool is_day = ka_integers::is_in(0, day, USHRT_MAX);
+    if (ka_gregorian::is_month(known_month) && ka_gregorian::is_ad_year(known_year) && is_day) [[likely]]
+        return ka_gregorian::day_number(known_month, static_cast<int>(day), known_year);
+
     if (!is_month(month))
         refuse_month(month);
     if (!ka_integers::is_in(SHRT_MIN, year, SHRT_MAX))
         refuse_year(year);
     if (year == 0)
         refuse_year_zero();
-    if (!ka_integers::is_in(0, day, USHRT_MAX))
+    if (!is_day)
         refuse_day(day);
-    const int counted = ka_gregorian::to_astronomical(static_cast<int>(year));
-    if (is_year(year)) [[likely]]
-        return ka_gregorian::day_number(static_cast<int>(month), static_cast<int>(day), counted);
-    return ka_gregorian::day_number_of_no_year(static_cast<int>(month), static_cast<int>(day), counted);
+    const int counted = ka_gregorian::to_astronomical(known_year);
+    return ka_gregorian::is_year(known_year)
+               ? ka_gregorian::day_number(known_month, static_cast<int>(day), counted)
+               : ka_gregorian::day_number_of_no_year(known_month, static_cast<int>(day), counted);
 }
 
 constexpr void ka_date::calc_calendar_date(int julian_day, unsigned short* month, unsigned short* day,

@@ -26,10 +26,16 @@ inline constexpr int last_bc_day = 1721425;
 /// 1 January 1970.
 inline constexpr int unix_epoch = 2440588;
 
-/// -4713 to 32766 without 0: a year of the library.
-constexpr bool is_year(int year) noexcept { return first_year <= year && year <= last_year && year != 0; }
-constexpr bool is_month(int month) noexcept { return static_cast<unsigned int>(month - 1) < 12; }
-constexpr bool is_weekday(int weekday) noexcept { return static_cast<unsigned int>(weekday - 1) < 7; }
+/// 1 to 32766: nearly all years asked for, told by one comparison, and
+/// astronomical as they are.
+constexpr bool is_ad_year(int year) noexcept
+{
+    return static_cast<unsigned int>(year) - 1 < static_cast<unsigned int>(last_year);
+}
+/// A year of the library: those, and -4713 to -1.
+constexpr bool is_year(int year) noexcept { return is_ad_year(year) || (first_year <= year && year < 0); }
+constexpr bool is_month(int month) noexcept { return static_cast<unsigned int>(month) - 1 < 12; }
+constexpr bool is_weekday(int weekday) noexcept { return static_cast<unsigned int>(weekday) - 1 < 7; }
 constexpr bool is_day_number(int day) noexcept { return first_day <= day && day <= last_day; }
 
 // Years. The library has no year 0.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <climits>
+#include <type_traits>
 
 #include <time/tperiod.h>
 
@@ -109,8 +110,10 @@ constexpr ka_time_period ka_time_period::operator+(const ka_time_period& other) 
 
 constexpr ka_time_period ka_time_period::operator-(const ka_time_period& other) const
 {
-    if (can_lack_opposite(other)) [[unlikely]]
-        return *this + -other;
+    // The lowest seconds and two signs are among these; whole seconds below zero
+    // and less than a second are as well, and pass.
+    if ((wrapping_sum(other.seconds_, -1) ^ other.microseconds_) < 0) [[unlikely]]
+        (void)-other;
     return carried(wrapping_difference(seconds_, other.seconds_), microseconds_ - other.microseconds_);
 }
 
@@ -159,9 +162,24 @@ constexpr ka_time_period ka_time_period::operator/(int divisor) const
         refuse_zero_divisor();
     if (divisor == -1)
         return -*this;
-    const long long whole = quotient(seconds_, divisor);
-    const long long rest = quotient((seconds_ - whole * divisor) * microseconds_per_second, divisor);
-    return of_one_sign(whole, microseconds_ / divisor + static_cast<int>(rest));
+    // 0 or all bits set for both fields of most periods.
+    const auto sign = static_cast<int>(seconds_ >> 50);
+    if (std::is_constant_evaluated() || (microseconds_ + sign) >> 31 != sign) [[unlikely]]
+        return integer_quotient(divisor);
+
+    // A division in double precision takes less than half the time of one of
+    // integers. Each dividend is half of one further from zero here, so that no
+    // quotient is nearer to a whole number than half of one by the divisor: below
+    // 2^51 more than the last place of a double, and cutting off the fraction is
+    // exact in any rounding mode.
+    const int half = sign | 1;
+    const double twice = 2.0 * divisor;
+    const auto quotient = [=](long long dividend) {
+        return static_cast<long long>(static_cast<double>(2 * dividend + half) / twice);
+    };
+    const long long whole = quotient(seconds_);
+    const long long rest = quotient((seconds_ - whole * divisor) * microseconds_per_second);
+    return unchecked(whole, static_cast<int>(quotient(microseconds_) + rest));
 }
 
 template <ka_integer Divisor>
@@ -230,23 +248,33 @@ constexpr bool ka_time_period::are_of_opposite_signs(long long seconds, int micr
     return (seconds ^ microseconds) < 0 && seconds != 0 && microseconds != 0;
 }
 
-/// Whether the minus of a period has to be looked at: it throws for some of
-/// these, for no others.
-constexpr bool ka_time_period::can_lack_opposite(const ka_time_period& period) noexcept
+/// A period of seconds and a fraction below two of them, the fast path: of the
+/// seconds' sign there can be a second too much, and of the other sign, of
+/// operands that have not wrapped, is less than one.
+constexpr ka_time_period ka_time_period::carried(long long seconds, int fraction) noexcept
 {
-    constexpr long long lowest = -0x7fffffffffffffff - 1;
-    return (period.seconds_ ^ period.microseconds_) < 0 || period.seconds_ == lowest;
+    // All bits set below zero.
+    const auto sign = static_cast<int>(seconds >> 63);
+    const int along = (fraction ^ sign) - sign;
+    if (seconds == 0 || along <= -microseconds_per_second) [[unlikely]]
+        return evened(seconds, fraction);
+    const int carry_along = ((along - microseconds_per_second) >> 31) + (along >> 31) + 1;
+    const int carry = (carry_along ^ sign) - sign;
+    long long sum = 0;
+    if (__builtin_add_overflow(seconds, carry, &sum)) [[unlikely]]
+        return evened(seconds, fraction);
+    return unchecked(sum, fraction - carry * microseconds_per_second);
 }
 
-/// A period of seconds and a fraction below two of them: one second is
-/// carried at most, and then one moves where the signs differ. Each is -1, 0
-/// or 1, and where both are not 0 they are equal.
-constexpr ka_time_period ka_time_period::carried(long long seconds, int fraction) noexcept
+/// The general path. One second is carried at most, and then one goes over
+/// where the signs differ. Each is -1, 0 or 1, and where both are not 0 they are
+/// equal.
+constexpr ka_time_period ka_time_period::evened(long long seconds, int fraction) noexcept
 {
     const int carry = (fraction >= microseconds_per_second) - (fraction <= -microseconds_per_second);
     seconds = wrapping_sum(seconds, carry);
-    const int moved = ((seconds < 0) & (fraction > 0)) - ((seconds > 0) & (fraction < 0));
-    return unchecked(seconds + moved, fraction - (carry | moved) * microseconds_per_second);
+    const int over = ((seconds < 0) & (fraction > 0)) - ((seconds > 0) & (fraction < 0));
+    return unchecked(seconds + over, fraction - (carry | over) * microseconds_per_second);
 }
 
 /// Stores the two fields, once the excess of the microseconds has gone to
@@ -265,11 +293,11 @@ constexpr void ka_time_period::normalize_time_period(long long seconds, long lon
     microseconds_ = static_cast<int>(microseconds % microseconds_per_second);
 }
 
-/// By any divisor but 0 and -1. A processor divides 32 bits in a fraction of
-/// the time that 64 take.
-constexpr long long ka_time_period::quotient(long long dividend, int divisor) noexcept
+/// The general path, by any divisor but 0 and -1.
+constexpr ka_time_period ka_time_period::integer_quotient(int divisor) const
 {
-    return dividend == static_cast<int>(dividend) ? static_cast<int>(dividend) / divisor : dividend / divisor;
+    const long long rest = seconds_ % divisor * microseconds_per_second / divisor;
+    return of_one_sign(seconds_ / divisor, microseconds_ / divisor + static_cast<int>(rest));
 }
 
 constexpr long long ka_time_period::wrapping_sum(long long a, long long b) noexcept
