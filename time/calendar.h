@@ -25,15 +25,14 @@ public:
     /// A fixed day: `when` not negative (`invalid_time_period`), month 1 to 12
     /// (`invalid_month`), day 1 to 31 (`invalid_day`), also in a short month.
     constexpr ka_calendar_date(const ka_time_period& when, unsigned short month, unsigned short day);
-    template <ka_integer Month, ka_integer Day>
-    constexpr ka_calendar_date(const ka_time_period& when, Month month, Day day);
+    constexpr ka_calendar_date(const ka_time_period& when, ka_integer auto month, ka_integer auto day);
 
     /// A weekday of a month: `when` not negative (`invalid_time_period`), month
     /// 1 to 12 (`invalid_month`), weekday 1 to 7 (`invalid_weekday`).
     constexpr ka_calendar_date(const ka_time_period& when, unsigned short month, ka_which_one week,
                                unsigned short weekday);
-    template <ka_integer Month, ka_integer Weekday>
-    constexpr ka_calendar_date(const ka_time_period& when, Month month, ka_which_one week, Weekday weekday);
+    constexpr ka_calendar_date(const ka_time_period& when, ka_integer auto month, ka_which_one week,
+                               ka_integer auto weekday);
 
     constexpr ka_calendar_date(const ka_calendar_date&) noexcept = default;
     constexpr ka_calendar_date& operator=(const ka_calendar_date&) noexcept = default;
@@ -45,8 +44,7 @@ public:
     /// `invalid_week` (a fifth Sunday); at the ends of the range a weekday can
     /// throw `invalid_day`, as the constructor of `ka_date` tells.
     constexpr ka_date date(short year) const;
-    template <ka_integer Year>
-    constexpr ka_date date(Year year) const;
+    constexpr ka_date date(ka_integer auto year) const;
 
     /// `when` as a time of day, modulo a day: 25 hours give 01:00.
     constexpr ka_time time() const noexcept { return ka_time(when_); }
@@ -72,12 +70,10 @@ public:
     /// Makes the form absolute. A day above 31 throws `invalid_day`; 0 is
     /// stored, and has no date in any year.
     constexpr void day(unsigned short day);
-    template <ka_integer Day>
-    constexpr void day(Day day);
+    constexpr void day(ka_integer auto day);
     /// Makes the form that of `week`. A weekday outside 1 to 7 throws `invalid_weekday`.
     constexpr void weekday(ka_which_one week, unsigned short weekday);
-    template <ka_integer Weekday>
-    constexpr void weekday(ka_which_one week, Weekday weekday);
+    constexpr void weekday(ka_which_one week, ka_integer auto weekday);
 
 protected:
     constexpr bool is_absolute() const noexcept { return week_ == ka_none; }
@@ -85,12 +81,9 @@ protected:
 
 private:
     static constexpr const ka_time_period& checked_when(const ka_time_period& when);
-    template <ka_integer Month>
-    static constexpr unsigned short checked_month(Month month);
-    template <ka_integer Day>
-    static constexpr unsigned short checked_day(long long lowest, Day day);
-    template <ka_integer Weekday>
-    static constexpr unsigned short checked_weekday(Weekday weekday);
+    static constexpr unsigned short checked_month(ka_integer auto month);
+    static constexpr unsigned short checked_day(long long lowest, ka_integer auto day);
+    static constexpr unsigned short checked_weekday(ka_integer auto weekday);
 
     using given = ka_integers::given;
     [[noreturn]] static void refuse_when(const ka_time_period& when);

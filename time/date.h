@@ -64,13 +64,12 @@ public:
 
     /// A day that the calendar has, or `invalid_date`.
     constexpr ka_date(unsigned short month, unsigned short day, short year) { date(month, day, year); }
-    template <ka_integer Month, ka_integer Day, ka_integer Year>
-    constexpr ka_date(Month month, Day day, Year year);
+    constexpr ka_date(ka_integer auto month, ka_integer auto day, ka_integer auto year);
 
     /// The first, last or n-th weekday of a month: see `date` with `which`.
     constexpr ka_date(const ka_which_one& which, unsigned short weekday, unsigned short month, short year);
-    template <ka_integer Weekday, ka_integer Month, ka_integer Year>
-    constexpr ka_date(const ka_which_one& which, Weekday weekday, Month month, Year year);
+    constexpr ka_date(const ka_which_one& which, ka_integer auto weekday, ka_integer auto month,
+                      ka_integer auto year);
 
     template <typename... Numbers>
     requires(ka_wider_integer<Numbers> || ...) ka_date(Numbers...)
@@ -86,8 +85,7 @@ public:
 
     /// Any part that is wrong throws `invalid_date`, showing all three.
     constexpr void date(unsigned short month, unsigned short day, short year);
-    template <ka_integer Month, ka_integer Day, ka_integer Year>
-    constexpr void date(Month month, Day day, Year year);
+    constexpr void date(ka_integer auto month, ka_integer auto day, ka_integer auto year);
 
     /// The n-th weekday of a month from its start, or from its end where
     /// `which` is below 0. Tests, in this order: the month (`invalid_month`),
@@ -97,8 +95,8 @@ public:
     /// that number (`invalid_week`: a fifth Monday that the month lacks, or
     /// `ka_none`).
     constexpr void date(const ka_which_one& which, unsigned short weekday, unsigned short month, short year);
-    template <ka_integer Weekday, ka_integer Month, ka_integer Year>
-    constexpr void date(const ka_which_one& which, Weekday weekday, Month month, Year year);
+    constexpr void date(const ka_which_one& which, ka_integer auto weekday, ka_integer auto month,
+                        ka_integer auto year);
 
     template <typename... Numbers>
     requires(ka_wider_integer<Numbers> || ...) void date(Numbers...) = delete;
@@ -130,15 +128,13 @@ public:
     /// be in the range (`invalid_day`); the result can lie up to 6 days beyond.
     /// A weekday outside 1 to 7 throws `invalid_weekday`.
     constexpr ka_date next(unsigned short weekday) const;
-    template <ka_integer Weekday>
-    constexpr ka_date next(Weekday weekday) const;
+    constexpr ka_date next(ka_integer auto weekday) const;
 
     /// The nearest earlier date on a weekday, 1 to 7 days back. Day number 37
     /// can be the result; a walk further down throws `invalid_day`, showing 37.
     /// A weekday outside 1 to 7 throws `invalid_weekday`.
     constexpr ka_date previous(unsigned short weekday) const;
-    template <ka_integer Weekday>
-    constexpr ka_date previous(Weekday weekday) const;
+    constexpr ka_date previous(ka_integer auto weekday) const;
 
     /// The week of the year, 0 to 53, in weeks that begin on Sunday.
     constexpr unsigned short week_of_year() const { return week_of_year(1); }
@@ -149,8 +145,7 @@ public:
     /// the week of ISO 8601. A date stepped out of the range throws
     /// `invalid_date`, a weekday outside 1 to 7 `invalid_weekday`.
     constexpr unsigned short week_of_year(unsigned short first) const;
-    template <ka_integer Weekday>
-    constexpr unsigned short week_of_year(Weekday first) const;
+    constexpr unsigned short week_of_year(ka_integer auto first) const;
 
     // Order: the earlier first.
 
@@ -161,8 +156,7 @@ public:
     constexpr bool operator<=(const ka_date& other) const noexcept { return !(*this > other); }
     constexpr bool operator>=(const ka_date& other) const noexcept { return !(*this < other); }
     /// For a class that holds dates and defaults its own.
-    template <std::same_as<ka_date> Date>
-    constexpr std::strong_ordering operator<=>(const Date& other) const noexcept;
+    constexpr std::strong_ordering operator<=>(const std::same_as<ka_date> auto& other) const noexcept;
 
     // Moving.
 
@@ -195,45 +189,38 @@ public:
 
     /// -4713 to 32766, without 0.
     static constexpr bool is_year(short year) noexcept { return ka_gregorian::is_year(year); }
-    template <ka_integer Year>
-    static constexpr bool is_year(Year year) noexcept;
+    static constexpr bool is_year(ka_integer auto year) noexcept;
 
     /// 1 to 12.
     static constexpr bool is_month(unsigned short month) noexcept { return ka_gregorian::is_month(month); }
-    template <ka_integer Month>
-    static constexpr bool is_month(Month month) noexcept;
+    static constexpr bool is_month(ka_integer auto month) noexcept;
 
     /// 1 to 7.
     static constexpr bool is_weekday(unsigned short weekday) noexcept;
-    template <ka_integer Weekday>
-    static constexpr bool is_weekday(Weekday weekday) noexcept;
+    static constexpr bool is_weekday(ka_integer auto weekday) noexcept;
 
     /// 38 to 13688960.
     static constexpr bool is_julian_day(int julian_day) noexcept;
-    template <ka_integer Number>
-    static constexpr bool is_julian_day(Number julian_day) noexcept;
+    static constexpr bool is_julian_day(ka_integer auto julian_day) noexcept;
 
     /// False for a year that `is_year` refuses.
     static constexpr bool is_leap_year(short year) noexcept;
-    template <ka_integer Year>
-    static constexpr bool is_leap_year(Year year) noexcept;
+    static constexpr bool is_leap_year(ka_integer auto year) noexcept;
 
     /// True for a day that the calendar has, in a month and year that it has.
     static constexpr bool is_day_in_month(unsigned short month, unsigned short day, short year) noexcept;
-    template <ka_integer Month, ka_integer Day, ka_integer Year>
-    static constexpr bool is_day_in_month(Month month, Day day, Year year) noexcept;
+    static constexpr bool is_day_in_month(ka_integer auto month, ka_integer auto day,
+                                          ka_integer auto year) noexcept;
 
     /// 365 or 366; 365 for any year of 16 bits out of the range but 0. Throws
     /// `invalid_year` for 0 and for a year that 16 bits do not hold.
     static constexpr unsigned short days_in_year(short year);
-    template <ka_integer Year>
-    static constexpr unsigned short days_in_year(Year year);
+    static constexpr unsigned short days_in_year(ka_integer auto year);
 
     /// 28 to 31. Throws `invalid_month`, then, for the years that
     /// `days_in_year` refuses, `invalid_year`.
     static constexpr unsigned short days_in_month(unsigned short month, short year);
-    template <ka_integer Month, ka_integer Year>
-    static constexpr unsigned short days_in_month(Month month, Year year);
+    static constexpr unsigned short days_in_month(ka_integer auto month, ka_integer auto year);
 
     /// The day number of a date. The day is not checked and runs on: 30
     /// February is 2 March or 1 March, day 0 the day before the first. Throws
@@ -241,8 +228,7 @@ public:
     /// `invalid_year`, then, for a day out of 0 to 65535, `invalid_day`. For any
     /// other year out of the range the number is no calendar date's.
     static constexpr int calc_julian_day(unsigned short month, unsigned short day, short year);
-    template <ka_integer Month, ka_integer Day, ka_integer Year>
-    static constexpr int calc_julian_day(Month month, Day day, Year year);
+    static constexpr int calc_julian_day(ka_integer auto month, ka_integer auto day, ka_integer auto year);
 
     /// The date of a day number; a null pointer is skipped. The number is not
     /// checked: the neighbouring days of the range give the neighbouring dates,
@@ -256,10 +242,8 @@ public:
     /// The full name, or `invalid_month`.
     static const std::string& month_name(unsigned short month);
     static const std::string& month_abbreviation(unsigned short month);
-    template <ka_integer Month>
-    static const std::string& month_name(Month month);
-    template <ka_integer Month>
-    static const std::string& month_abbreviation(Month month);
+    static const std::string& month_name(ka_integer auto month);
+    static const std::string& month_abbreviation(ka_integer auto month);
     /// 1 to 12 for a full or abbreviated name, else 0. Case makes no difference
     /// to letters from A to Z, nor to others in a host that has set an
     /// `LC_CTYPE` with one byte to a letter.
@@ -268,10 +252,8 @@ public:
     /// The full name, or `invalid_weekday`.
     static const std::string& weekday_name(unsigned short weekday);
     static const std::string& weekday_abbreviation(unsigned short weekday);
-    template <ka_integer Weekday>
-    static const std::string& weekday_name(Weekday weekday);
-    template <ka_integer Weekday>
-    static const std::string& weekday_abbreviation(Weekday weekday);
+    static const std::string& weekday_name(ka_integer auto weekday);
+    static const std::string& weekday_abbreviation(ka_integer auto weekday);
     /// 1 to 7 for a full or abbreviated name, else 0; compared as months are.
     static unsigned short weekday_index(const std::string& name);
 
@@ -303,11 +285,11 @@ private:
     friend struct ka_access;
 
     using given = ka_integers::given;
+    // Named for all versions of the library; what follows is this one's own.
     explicit constexpr ka_date(const ka_time_period& since_day_zero);
-    template <ka_integer Number>
-    static constexpr int checked_day(Number julian_day);
-    template <ka_integer Weekday>
-    static constexpr unsigned short checked_weekday(Weekday weekday);
+
+    static constexpr int checked_day(ka_integer auto julian_day);
+    static constexpr unsigned short checked_weekday(ka_integer auto weekday);
     static constexpr ka_date unchecked(int julian_day) noexcept;
     constexpr int new_year() const;
     static constexpr int nth_weekday(int which, int weekday, int month, int year);

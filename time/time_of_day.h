@@ -39,8 +39,7 @@ public:
 
     /// So many seconds from midnight, modulo a day: -1 is 23:59:59.
     constexpr ka_time(int seconds) noexcept : since_midnight_(seconds) { adjust(); }
-    template <ka_integer Seconds>
-    constexpr ka_time(Seconds seconds) noexcept;
+    constexpr ka_time(ka_integer auto seconds) noexcept;
 
     /// A period from midnight, modulo a day: -1 microsecond is 23:59:59.999999.
     constexpr ka_time(const ka_time_period& since_midnight) noexcept;
@@ -48,8 +47,7 @@ public:
     /// The time of a record's `tm_hour`, `tm_min` and `tm_sec`, each cut to 16
     /// bits; a leap second (60) is `invalid_time` as any other value above 59.
     ka_time(const std::tm& fields, unsigned int microseconds = 0);
-    template <ka_integer Microseconds>
-    ka_time(const std::tm& fields, Microseconds microseconds);
+    ka_time(const std::tm& fields, ka_integer auto microseconds);
 
     template <typename... Numbers>
     requires(ka_wider_integer<Numbers> || ...) ka_time(Numbers...)
@@ -69,8 +67,7 @@ public:
     template <ka_integer Hours, ka_integer Minutes, ka_integer Seconds, ka_integer Microseconds = int>
     constexpr void time(Hours hours, Minutes minutes, Seconds seconds, Microseconds microseconds = 0);
     void time(const std::tm& fields, unsigned int microseconds = 0);
-    template <ka_integer Microseconds>
-    void time(const std::tm& fields, Microseconds microseconds);
+    void time(const std::tm& fields, ka_integer auto microseconds);
 
     template <typename... Numbers>
     requires(ka_wider_integer<Numbers> || ...) void time(Numbers...) = delete;
@@ -93,22 +90,18 @@ public:
     /// The time since midnight.
     constexpr operator ka_time_period() const noexcept { return since_midnight_; }
 
-    // Bounds of the fields.
+    // Bounds of the fields. Each takes any integer, and none throws.
 
     static constexpr bool is_hour(unsigned short value) noexcept { return value <= 23; }
     static constexpr bool is_minute(unsigned short value) noexcept { return value <= 59; }
     static constexpr bool is_second(unsigned short value) noexcept { return value <= 59; }
     static constexpr bool is_microsecond(unsigned int value) noexcept { return value <= 999999; }
-    template <ka_integer Number>
-    static constexpr bool is_hour(Number value) noexcept;
-    template <ka_integer Number>
-    static constexpr bool is_minute(Number value) noexcept;
-    template <ka_integer Number>
-    static constexpr bool is_second(Number value) noexcept;
-    template <ka_integer Number>
-    static constexpr bool is_microsecond(Number value) noexcept;
+    static constexpr bool is_hour(ka_integer auto value) noexcept;
+    static constexpr bool is_minute(ka_integer auto value) noexcept;
+    static constexpr bool is_second(ka_integer auto value) noexcept;
+    static constexpr bool is_microsecond(ka_integer auto value) noexcept;
 
-    // Arithmetic, round the clock.
+    // Arithmetic, round the clock. Whole days of a period vanish.
 
     constexpr ka_time operator+(const ka_time_period& period) const noexcept;
     constexpr ka_time operator-(const ka_time_period& period) const noexcept;
@@ -128,8 +121,7 @@ public:
     constexpr bool operator<=(const ka_time& other) const noexcept { return !(other < *this); }
     constexpr bool operator>=(const ka_time& other) const noexcept { return !(*this < other); }
     /// For a class that holds times and defaults its own.
-    template <std::same_as<ka_time> Time>
-    constexpr std::strong_ordering operator<=>(const Time& other) const noexcept;
+    constexpr std::strong_ordering operator<=>(const std::same_as<ka_time> auto& other) const noexcept;
 
     // The limits, 00:00:00.000000 and 23:59:59.999999.
 
@@ -163,39 +155,30 @@ public:
 private:
     friend struct ka_access;
 
+    // Named for all versions of the library; what follows is this one's own.
+    constexpr ka_time& adjust() noexcept;
+
     static constexpr ka_time unchecked(int second_of_day, int microsecond) noexcept;
     constexpr unsigned int second_of_day() const noexcept;
-    constexpr ka_time& adjust() noexcept;
     using given = ka_integers::given;
     [[noreturn]] static void refuse(given hours, given minutes, given seconds, given microseconds);
 
     ka_time_period since_midnight_;
 };
 
-// Beside a time, a period is a period and nothing that converts to one.
+// Beside a time a period is a period, and nothing that converts to one: a number
+// or a stopwatch there does not compile.
 
-/// A period on the right of a time is taken as a time of day.
-template <std::derived_from<ka_time> Time, std::derived_from<ka_time_period> Period>
-constexpr bool operator==(const Time& time, const Period& period) noexcept
-{
-    return time == ka_time(period);
-}
-template <std::derived_from<ka_time> Time, std::derived_from<ka_time_period> Period>
-constexpr bool operator!=(const Time& time, const Period& period) noexcept
-{
-    return !(time == period);
-}
+/// The period on the right is taken as a time of day, round the clock.
+constexpr bool operator==(const std::derived_from<ka_time> auto& time,
+                          const std::derived_from<ka_time_period> auto& period) noexcept;
+constexpr bool operator!=(const std::derived_from<ka_time> auto& time,
+                          const std::derived_from<ka_time_period> auto& period) noexcept;
 
-/// A time on the right of a period is taken as the period since midnight.
-template <std::derived_from<ka_time_period> Period, std::derived_from<ka_time> Time>
-constexpr bool operator==(const Period& period, const Time& time) noexcept
-{
-    return period == static_cast<ka_time_period>(time);
-}
-template <std::derived_from<ka_time_period> Period, std::derived_from<ka_time> Time>
-constexpr bool operator!=(const Period& period, const Time& time) noexcept
-{
-    return !(period == time);
-}
+/// The time on the right is taken as the period since midnight.
+constexpr bool operator==(const std::derived_from<ka_time_period> auto& period,
+                          const std::derived_from<ka_time> auto& time) noexcept;
+constexpr bool operator!=(const std::derived_from<ka_time_period> auto& period,
+                          const std::derived_from<ka_time> auto& time) noexcept;
 
 #include <time/inline/time_of_day.h>

@@ -10,10 +10,6 @@
 
 struct timeval;
 
-/// A number that no period is multiplied with or divided by.
-template <typename Type>
-concept ka_no_factor = std::floating_point<Type> || ka_wider_integer<Type>;
-
 /// A signed duration, exact to the microsecond.
 ///
 ///     ka_time_period shift(0, 7, 30, 0, 0);            // days, hours, minutes, seconds, us
@@ -37,15 +33,9 @@ public:
 
     constexpr ka_time_period() noexcept = default;
     explicit constexpr ka_time_period(long long seconds) noexcept : seconds_(seconds) {}
-    template <ka_integer Seconds>
-    requires(std::unsigned_integral<Seconds> &&
-             sizeof(Seconds) == sizeof(long long)) explicit constexpr ka_time_period(Seconds seconds)
-    {
-        time_period(seconds, 0);
-    }
+    explicit constexpr ka_time_period(ka_unsigned_64 auto seconds) { time_period(seconds, 0); }
     constexpr ka_time_period(long long seconds, int microseconds) { time_period(seconds, microseconds); }
-    template <ka_integer Seconds, ka_integer Microseconds>
-    constexpr ka_time_period(Seconds seconds, Microseconds microseconds);
+    constexpr ka_time_period(ka_integer auto seconds, ka_integer auto microseconds);
     constexpr ka_time_period(int days, int hours, int minutes, int seconds, int microseconds = 0);
     template <ka_integer Days, ka_integer Hours, ka_integer Minutes, ka_integer Seconds,
               ka_integer Microseconds = int>
@@ -64,8 +54,7 @@ public:
     /// Seconds and a fraction of -999999 to 999999 microseconds, of one sign
     /// (zero goes with either). Anything else throws `invalid_time_period`.
     constexpr void time_period(long long seconds, int microseconds);
-    template <ka_integer Seconds, ka_integer Microseconds>
-    constexpr void time_period(Seconds seconds, Microseconds microseconds);
+    constexpr void time_period(ka_integer auto seconds, ka_integer auto microseconds);
 
     /// Five fields of one sign (zero goes with either), or `invalid_time_period`.
     /// No field has a range but that of 32 bits: 25 hours or 90 minutes are
@@ -86,15 +75,16 @@ public:
 
     /// True for -999999 to 999999.
     static constexpr bool is_microsecond(int value) noexcept;
-    template <ka_integer Number>
-    static constexpr bool is_microsecond(Number value) noexcept;
+    static constexpr bool is_microsecond(ka_integer auto value) noexcept;
 
     // Reading. The counts are totals, not clock fields: 90 minutes is 1 hour
     // and 90 minutes. They truncate toward zero and look at the whole seconds
-    // alone. All but `whole_seconds` keep the low 32 bits.
+    // alone.
 
-    /// All 64 bits of the seconds.
+    /// All 64 bits of the seconds, without the fraction.
     constexpr long long whole_seconds() const noexcept { return seconds_; }
+    // These keep the low 32 bits: of days all that periods of dates and moments
+    // can have, of seconds those of 68 years.
     constexpr int to_days() const noexcept { return static_cast<int>(seconds_ / seconds_per_day); }
     constexpr int to_hours() const noexcept { return static_cast<int>(seconds_ / 3600); }
     constexpr int to_minutes() const noexcept { return static_cast<int>(seconds_ / 60); }
@@ -119,11 +109,11 @@ public:
     constexpr bool operator<=(const ka_time_period& other) const noexcept { return !(other < *this); }
     constexpr bool operator>=(const ka_time_period& other) const noexcept { return !(*this < other); }
     /// For a class that holds periods and defaults its own.
-    template <std::same_as<ka_time_period> Period>
-    constexpr std::strong_ordering operator<=>(const Period& other) const noexcept;
+    constexpr std::strong_ordering operator<=>(const std::same_as<ka_time_period> auto& other) const noexcept;
 
     // Arithmetic.
 
+    /// Seconds and fractions are added, and a whole second is carried.
     constexpr ka_time_period operator+(const ka_time_period& other) const noexcept;
     /// As `*this + -other`; it throws only where that minus does.
     constexpr ka_time_period operator-(const ka_time_period& other) const;
@@ -134,15 +124,14 @@ public:
     constexpr ka_time_period& operator+=(const ka_time_period& other) noexcept;
     constexpr ka_time_period& operator-=(const ka_time_period& other) { return *this = *this - other; }
 
-    // By whole numbers: others do not compile.
+    // By whole numbers of any type, up to 64 bits. Others do not compile: what a
+    // fraction of a period is to be, its caller has to say.
 
     /// Exact for any factor as long as the seconds stay within 64 bits.
     constexpr ka_time_period operator*(int factor) const noexcept;
-    template <ka_integer Factor>
-    constexpr ka_time_period operator*(Factor factor) const noexcept;
+    constexpr ka_time_period operator*(ka_integer auto factor) const noexcept;
     constexpr ka_time_period& operator*=(int factor) noexcept { return *this = *this * factor; }
-    template <ka_integer Factor>
-    constexpr ka_time_period& operator*=(Factor factor) noexcept;
+    constexpr ka_time_period& operator*=(ka_integer auto factor) noexcept;
 
     /// The quotient, truncated toward zero. Seconds and microseconds are
     /// truncated apart, so the last microsecond can be one too few: 1.000002
@@ -150,37 +139,30 @@ public:
     /// the unary minus. A period whose seconds have wrapped throws
     /// `invalid_time_period` where the signs of the two quotients differ.
     constexpr ka_time_period operator/(int divisor) const;
-    template <ka_integer Divisor>
-    constexpr ka_time_period operator/(Divisor divisor) const;
+    constexpr ka_time_period operator/(ka_integer auto divisor) const;
     constexpr ka_time_period& operator/=(int divisor) { return *this = *this / divisor; }
-    template <ka_integer Divisor>
-    constexpr ka_time_period& operator/=(Divisor divisor);
+    constexpr ka_time_period& operator/=(ka_integer auto divisor);
 
     /// The remainders of the two fields, each for itself and with its own
     /// sign: 7.5 seconds % 2 is 1 second. It throws as the quotient does.
     constexpr ka_time_period operator%(int divisor) const;
-    template <ka_integer Divisor>
-    constexpr ka_time_period operator%(Divisor divisor) const;
+    constexpr ka_time_period operator%(ka_integer auto divisor) const;
     constexpr ka_time_period& operator%=(int divisor) { return *this = *this % divisor; }
-    template <ka_integer Divisor>
-    constexpr ka_time_period& operator%=(Divisor divisor);
+    constexpr ka_time_period& operator%=(ka_integer auto divisor);
 
-    template <ka_no_factor Number>
-    ka_time_period operator*(Number) const = delete;
-    template <ka_no_factor Number>
-    ka_time_period operator/(Number) const = delete;
-    template <ka_no_factor Number>
-    ka_time_period operator%(Number) const = delete;
-    template <ka_no_factor Number>
-    ka_time_period& operator*=(Number) = delete;
-    template <ka_no_factor Number>
-    ka_time_period& operator/=(Number) = delete;
-    template <ka_no_factor Number>
-    ka_time_period& operator%=(Number) = delete;
+    ka_time_period operator*(ka_no_factor auto) const = delete;
+    ka_time_period operator/(ka_no_factor auto) const = delete;
+    ka_time_period operator%(ka_no_factor auto) const = delete;
+    ka_time_period& operator*=(ka_no_factor auto) = delete;
+    ka_time_period& operator/=(ka_no_factor auto) = delete;
+    ka_time_period& operator%=(ka_no_factor auto) = delete;
 
 private:
     friend struct ka_access;
     friend class ka_time;
+
+    // Named for all versions of the library; what follows is this one's own.
+    constexpr void normalize_time_period(long long seconds, long long microseconds) noexcept;
 
     static constexpr long long seconds_per_day = 86400;
     static constexpr int microseconds_per_second = 1000000;
@@ -190,7 +172,6 @@ private:
     static constexpr bool are_of_opposite_signs(long long seconds, int microseconds) noexcept;
     static constexpr ka_time_period carried(long long seconds, int fraction) noexcept;
     static constexpr ka_time_period evened(long long seconds, int fraction) noexcept;
-    constexpr void normalize_time_period(long long seconds, long long microseconds) noexcept;
     constexpr ka_time_period integer_quotient(int divisor) const;
     static constexpr long long wrapping_sum(long long a, long long b) noexcept;
     static constexpr long long wrapping_difference(long long a, long long b) noexcept;
@@ -208,10 +189,7 @@ private:
 
 /// The same as `period * factor`. What merely converts to a period, such as a
 /// stopwatch, is not meant.
-template <ka_integer Factor, std::derived_from<ka_time_period> Period>
-constexpr ka_time_period operator*(Factor factor, const Period& period) noexcept
-{
-    return period * factor;
-}
+constexpr ka_time_period operator*(ka_integer auto factor,
+                                   const std::derived_from<ka_time_period> auto& period) noexcept;
 
 #include <time/inline/tperiod.h>

@@ -58,8 +58,7 @@ public:
     constexpr bool operator>(const ka_wint& other) const noexcept { return other < *this; }
     constexpr bool operator>=(const ka_wint& other) const noexcept { return !(*this < other); }
     /// For a class that holds wide integers and defaults its own.
-    template <std::same_as<ka_wint> Wint>
-    constexpr std::strong_ordering operator<=>(const Wint& other) const noexcept;
+    constexpr std::strong_ordering operator<=>(const std::same_as<ka_wint> auto& other) const noexcept;
 
     // Arithmetic.
 

@@ -17,16 +17,14 @@ constexpr ka_calendar_date::ka_calendar_date(const ka_time_period& when, unsigne
     : when_(checked_when(when)), month_(checked_month(month)), weekday_(checked_weekday(weekday)), week_(week)
 {}
 
-template <ka_integer Month, ka_integer Weekday>
-constexpr ka_calendar_date::ka_calendar_date(const ka_time_period& when, Month month, ka_which_one week,
-                                             Weekday weekday)
+constexpr ka_calendar_date::ka_calendar_date(const ka_time_period& when, ka_integer auto month,
+                                             ka_which_one week, ka_integer auto weekday)
     : when_(checked_when(when)), month_(checked_month(month)), weekday_(checked_weekday(weekday)), week_(week)
 {}
 
 constexpr ka_date ka_calendar_date::date(short year) const { return date<short>(year); }
 
-template <ka_integer Year>
-constexpr ka_date ka_calendar_date::date(Year year) const
+constexpr ka_date ka_calendar_date::date(ka_integer auto year) const
 {
     if (!ka_date::is_year(year))
         refuse_year(year);
@@ -36,8 +34,7 @@ constexpr ka_date ka_calendar_date::date(Year year) const
 
 constexpr void ka_calendar_date::day(unsigned short day) { this->day<unsigned short>(day); }
 
-template <ka_integer Day>
-constexpr void ka_calendar_date::day(Day day)
+constexpr void ka_calendar_date::day(ka_integer auto day)
 {
     day_ = checked_day(0, day);
     week_ = ka_none;
@@ -48,8 +45,7 @@ constexpr void ka_calendar_date::weekday(ka_which_one week, unsigned short weekd
     this->weekday<unsigned short>(week, weekday);
 }
 
-template <ka_integer Weekday>
-constexpr void ka_calendar_date::weekday(ka_which_one week, Weekday weekday)
+constexpr void ka_calendar_date::weekday(ka_which_one week, ka_integer auto weekday)
 {
     weekday_ = checked_weekday(weekday);
     week_ = week;
@@ -63,8 +59,7 @@ constexpr const ka_time_period& ka_calendar_date::checked_when(const ka_time_per
     return when;
 }
 
-template <ka_integer Month>
-constexpr unsigned short ka_calendar_date::checked_month(Month month)
+constexpr unsigned short ka_calendar_date::checked_month(ka_integer auto month)
 {
     if (!ka_date::is_month(month))
         refuse_month(month);
@@ -72,16 +67,14 @@ constexpr unsigned short ka_calendar_date::checked_month(Month month)
 }
 
 /// A day of any month, or below 1 where a caller allows it.
-template <ka_integer Day>
-constexpr unsigned short ka_calendar_date::checked_day(long long lowest, Day day)
+constexpr unsigned short ka_calendar_date::checked_day(long long lowest, ka_integer auto day)
 {
     if (!ka_integers::is_in(lowest, day, 31))
         refuse_day(day);
     return static_cast<unsigned short>(day);
 }
 
-template <ka_integer Weekday>
-constexpr unsigned short ka_calendar_date::checked_weekday(Weekday weekday)
+constexpr unsigned short ka_calendar_date::checked_weekday(ka_integer auto weekday)
 {
     if (!ka_date::is_weekday(weekday))
         refuse_weekday(weekday);

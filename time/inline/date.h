@@ -7,8 +7,7 @@
 // A number that `int` does not hold stands as 0 where it is checked: there is
 // no year, month, day or weekday 0.
 
-template <ka_integer Month, ka_integer Day, ka_integer Year>
-constexpr ka_date::ka_date(Month month, Day day, Year year)
+constexpr ka_date::ka_date(ka_integer auto month, ka_integer auto day, ka_integer auto year)
 {
     date(month, day, year);
 }
@@ -19,9 +18,8 @@ constexpr ka_date::ka_date(Month month, Day day, Year year)
     date(which, weekday, month, year);
 }
 
-template <ka_integer Weekday, ka_integer Month, ka_integer Year>
-[[gnu::always_inline]] constexpr ka_date::ka_date(const ka_which_one& which, Weekday weekday, Month month,
-                                                  Year year)
+[[gnu::always_inline]] constexpr ka_date::ka_date(const ka_which_one& which, ka_integer auto weekday,
+                                                  ka_integer auto month, ka_integer auto year)
 {
     date(which, weekday, month, year);
 }
@@ -33,8 +31,7 @@ constexpr void ka_date::date(unsigned short month, unsigned short day, short yea
     julian_day_ = ka_gregorian::day_number(month, day, ka_gregorian::to_astronomical(year));
 }
 
-template <ka_integer Month, ka_integer Day, ka_integer Year>
-constexpr void ka_date::date(Month month, Day day, Year year)
+constexpr void ka_date::date(ka_integer auto month, ka_integer auto day, ka_integer auto year)
 {
     if (!is_day_in_month(month, day, year))
         refuse_date(month, day, year);
@@ -48,9 +45,8 @@ constexpr void ka_date::date(Month month, Day day, Year year)
     date<unsigned short, unsigned short, short>(which, weekday, month, year);
 }
 
-template <ka_integer Weekday, ka_integer Month, ka_integer Year>
-[[gnu::always_inline]] constexpr void ka_date::date(const ka_which_one& which, Weekday weekday, Month month,
-                                                    Year year)
+[[gnu::always_inline]] constexpr void ka_date::date(const ka_which_one& which, ka_integer auto weekday,
+                                                    ka_integer auto month, ka_integer auto year)
 {
     if (!is_month(month))
         refuse_month_of_weekday(month);
@@ -110,8 +106,7 @@ constexpr unsigned short ka_date::weekday() const noexcept
 
 constexpr ka_date ka_date::next(unsigned short weekday) const { return next<unsigned short>(weekday); }
 
-template <ka_integer Weekday>
-constexpr ka_date ka_date::next(Weekday weekday) const
+constexpr ka_date ka_date::next(ka_integer auto weekday) const
 {
     ka_date found(julian_day_ + 1);
     found.julian_day_ += ka_gregorian::days_until(found.weekday(), checked_weekday(weekday));
@@ -123,8 +118,7 @@ constexpr ka_date ka_date::previous(unsigned short weekday) const
     return previous<unsigned short>(weekday);
 }
 
-template <ka_integer Weekday>
-constexpr ka_date ka_date::previous(Weekday weekday) const
+constexpr ka_date ka_date::previous(ka_integer auto weekday) const
 {
     ka_date found(julian_day_ - 1);
     found.julian_day_ -= ka_gregorian::days_until(checked_weekday(weekday), found.weekday());
@@ -138,8 +132,7 @@ constexpr unsigned short ka_date::week_of_year(unsigned short first) const
     return week_of_year<unsigned short>(first);
 }
 
-template <ka_integer Weekday>
-constexpr unsigned short ka_date::week_of_year(Weekday first) const
+constexpr unsigned short ka_date::week_of_year(ka_integer auto first) const
 {
     const int january_1 = new_year();
     const int week_1 =
@@ -154,8 +147,7 @@ constexpr bool ka_date::operator==(const ka_date& other) const noexcept
     return julian_day_ == other.julian_day_;
 }
 
-template <std::same_as<ka_date> Date>
-constexpr std::strong_ordering ka_date::operator<=>(const Date& other) const noexcept
+constexpr std::strong_ordering ka_date::operator<=>(const std::same_as<ka_date> auto& other) const noexcept
 {
     return julian_day_ <=> other.julian_day_;
 }
@@ -201,14 +193,12 @@ constexpr ka_time_period ka_date::operator-(const ka_date& other) const noexcept
     return ka_time_period((julian_day_ - other.julian_day_) * 86400ll);
 }
 
-template <ka_integer Year>
-constexpr bool ka_date::is_year(Year year) noexcept
+constexpr bool ka_date::is_year(ka_integer auto year) noexcept
 {
     return ka_gregorian::is_year(ka_integers::int_or(0, year));
 }
 
-template <ka_integer Month>
-constexpr bool ka_date::is_month(Month month) noexcept
+constexpr bool ka_date::is_month(ka_integer auto month) noexcept
 {
     return ka_gregorian::is_month(ka_integers::int_or(0, month));
 }
@@ -218,8 +208,7 @@ constexpr bool ka_date::is_weekday(unsigned short weekday) noexcept
     return ka_gregorian::is_weekday(weekday);
 }
 
-template <ka_integer Weekday>
-constexpr bool ka_date::is_weekday(Weekday weekday) noexcept
+constexpr bool ka_date::is_weekday(ka_integer auto weekday) noexcept
 {
     return ka_gregorian::is_weekday(ka_integers::int_or(0, weekday));
 }
@@ -229,16 +218,14 @@ constexpr bool ka_date::is_julian_day(int julian_day) noexcept
     return ka_gregorian::is_day_number(julian_day);
 }
 
-template <ka_integer Number>
-constexpr bool ka_date::is_julian_day(Number julian_day) noexcept
+constexpr bool ka_date::is_julian_day(ka_integer auto julian_day) noexcept
 {
     return ka_gregorian::is_day_number(ka_integers::int_or(0, julian_day));
 }
 
 constexpr bool ka_date::is_leap_year(short year) noexcept { return is_leap_year<short>(year); }
 
-template <ka_integer Year>
-constexpr bool ka_date::is_leap_year(Year year) noexcept
+constexpr bool ka_date::is_leap_year(ka_integer auto year) noexcept
 {
     return is_year(year) && ka_gregorian::is_leap(ka_gregorian::to_astronomical(static_cast<int>(year)));
 }
@@ -248,8 +235,8 @@ constexpr bool ka_date::is_day_in_month(unsigned short month, unsigned short day
     return ka_gregorian::is_date(month, day, year);
 }
 
-template <ka_integer Month, ka_integer Day, ka_integer Year>
-constexpr bool ka_date::is_day_in_month(Month month, Day day, Year year) noexcept
+constexpr bool ka_date::is_day_in_month(ka_integer auto month, ka_integer auto day,
+                                        ka_integer auto year) noexcept
 {
     return ka_gregorian::is_date(ka_integers::int_or(0, month), ka_integers::int_or(0, day),
                                  ka_integers::int_or(0, year));
@@ -257,8 +244,7 @@ constexpr bool ka_date::is_day_in_month(Month month, Day day, Year year) noexcep
 
 constexpr unsigned short ka_date::days_in_year(short year) { return days_in_year<short>(year); }
 
-template <ka_integer Year>
-constexpr unsigned short ka_date::days_in_year(Year year)
+constexpr unsigned short ka_date::days_in_year(ka_integer auto year)
 {
     if (!ka_integers::is_in(SHRT_MIN, year, SHRT_MAX))
         refuse_year(year);
@@ -272,8 +258,7 @@ constexpr unsigned short ka_date::days_in_month(unsigned short month, short year
     return days_in_month<unsigned short, short>(month, year);
 }
 
-template <ka_integer Month, ka_integer Year>
-constexpr unsigned short ka_date::days_in_month(Month month, Year year)
+constexpr unsigned short ka_date::days_in_month(ka_integer auto month, ka_integer auto year)
 {
     if (!is_month(month))
         refuse_month(month);
@@ -286,8 +271,7 @@ constexpr int ka_date::calc_julian_day(unsigned short month, unsigned short day,
     return calc_julian_day<unsigned short, unsigned short, short>(month, day, year);
 }
 
-template <ka_integer Month, ka_integer Day, ka_integer Year>
-constexpr int ka_date::calc_julian_day(Month month, Day day, Year year)
+constexpr int ka_date::calc_julian_day(ka_integer auto month, ka_integer auto day, ka_integer auto year)
 {
     const int known_month = ka_integers::int_or(0, month);
     const int known_year = ka_integers::int_or(0, year);
@@ -321,30 +305,26 @@ constexpr void ka_date::calc_calendar_date(int julian_day, unsigned short* month
         *year = static_cast<short>(date.year);
 }
 
-template <ka_integer Month>
-const std::string& ka_date::month_name(Month month)
+const std::string& ka_date::month_name(ka_integer auto month)
 {
     if (!is_month(month))
         refuse_month(month);
     return month_name(static_cast<unsigned short>(month));
 }
 
-template <ka_integer Month>
-const std::string& ka_date::month_abbreviation(Month month)
+const std::string& ka_date::month_abbreviation(ka_integer auto month)
 {
     if (!is_month(month))
         refuse_month(month);
     return month_abbreviation(static_cast<unsigned short>(month));
 }
 
-template <ka_integer Weekday>
-const std::string& ka_date::weekday_name(Weekday weekday)
+const std::string& ka_date::weekday_name(ka_integer auto weekday)
 {
     return weekday_name(checked_weekday(weekday));
 }
 
-template <ka_integer Weekday>
-const std::string& ka_date::weekday_abbreviation(Weekday weekday)
+const std::string& ka_date::weekday_abbreviation(ka_integer auto weekday)
 {
     return weekday_abbreviation(checked_weekday(weekday));
 }
@@ -356,16 +336,14 @@ constexpr ka_date::ka_date(const ka_time_period& since_day_zero) : julian_day_(s
         refuse_whole_days(julian_day_);
 }
 
-template <ka_integer Number>
-constexpr int ka_date::checked_day(Number julian_day)
+constexpr int ka_date::checked_day(ka_integer auto julian_day)
 {
     if (!is_julian_day(julian_day))
         refuse_day(julian_day);
     return static_cast<int>(julian_day);
 }
 
-template <ka_integer Weekday>
-constexpr unsigned short ka_date::checked_weekday(Weekday weekday)
+constexpr unsigned short ka_date::checked_weekday(ka_integer auto weekday)
 {
     if (!is_weekday(weekday))
         refuse_weekday(weekday);

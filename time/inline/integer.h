@@ -20,6 +20,14 @@ concept ka_wider_integer = sizeof(Type) > sizeof(long long) && !std::is_class_v<
     value % 2;
 };
 
+/// Those of which `long long` does not hold every value.
+template <typename Type>
+concept ka_unsigned_64 = std::unsigned_integral<Type> && sizeof(Type) == sizeof(long long);
+
+/// A number that nothing is multiplied with or divided by.
+template <typename Type>
+concept ka_no_factor = std::floating_point<Type> || ka_wider_integer<Type>;
+
 namespace ka_integers {
 
 /// The number in the widest type of its sign.

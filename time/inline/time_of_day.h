@@ -8,25 +8,20 @@ constexpr ka_time::ka_time(unsigned short hours, unsigned short minutes, unsigne
     time(hours, minutes, seconds, microseconds);
 }
 
-template <ka_integer Hours, ka_integer Minutes, ka_integer Seconds, ka_integer Microseconds>
-constexpr ka_time::ka_time(Hours hours, Minutes minutes, Seconds seconds, Microseconds microseconds)
+constexpr ka_time::ka_time(ka_integer auto hours, ka_integer auto minutes, ka_integer auto seconds,
+                           ka_integer auto microseconds)
 {
     time(hours, minutes, seconds, microseconds);
 }
 
-template <ka_integer Seconds>
-constexpr ka_time::ka_time(Seconds seconds) noexcept
+constexpr ka_time::ka_time(ka_integer auto seconds) noexcept
 {
     const auto count = ka_integers::widest(seconds);
     since_midnight_ = static_cast<long long>(count % decltype(count){86400});
     adjust();
 }
 
-template <ka_integer Microseconds>
-ka_time::ka_time(const std::tm& fields, Microseconds microseconds)
-{
-    time(fields, microseconds);
-}
+ka_time::ka_time(const std::tm& fields, ka_integer auto microseconds) { time(fields, microseconds); }
 
 constexpr ka_time::ka_time(const ka_time_period& since_midnight) noexcept : since_midnight_(since_midnight)
 {
@@ -42,8 +37,8 @@ constexpr void ka_time::time(unsigned short hours, unsigned short minutes, unsig
         ka_time_period::unchecked(hours * 3600 + minutes * 60 + seconds, static_cast<int>(microseconds));
 }
 
-template <ka_integer Hours, ka_integer Minutes, ka_integer Seconds, ka_integer Microseconds>
-constexpr void ka_time::time(Hours hours, Minutes minutes, Seconds seconds, Microseconds microseconds)
+constexpr void ka_time::time(ka_integer auto hours, ka_integer auto minutes, ka_integer auto seconds,
+                             ka_integer auto microseconds)
 {
     if (!is_hour(hours) || !is_minute(minutes) || !is_second(seconds) || !is_microsecond(microseconds))
         refuse(hours, minutes, seconds, microseconds);
@@ -51,8 +46,7 @@ constexpr void ka_time::time(Hours hours, Minutes minutes, Seconds seconds, Micr
          static_cast<unsigned short>(seconds), static_cast<unsigned int>(microseconds));
 }
 
-template <ka_integer Microseconds>
-void ka_time::time(const std::tm& fields, Microseconds microseconds)
+void ka_time::time(const std::tm& fields, ka_integer auto microseconds)
 {
     time(static_cast<unsigned short>(fields.tm_hour), static_cast<unsigned short>(fields.tm_min),
          static_cast<unsigned short>(fields.tm_sec), microseconds);
@@ -78,26 +72,13 @@ constexpr unsigned int ka_time::microseconds() const noexcept
     return static_cast<unsigned int>(since_midnight_.microseconds());
 }
 
-template <ka_integer Number>
-constexpr bool ka_time::is_hour(Number value) noexcept
-{
-    return ka_integers::is_in(0, value, 23);
-}
+constexpr bool ka_time::is_hour(ka_integer auto value) noexcept { return ka_integers::is_in(0, value, 23); }
 
-template <ka_integer Number>
-constexpr bool ka_time::is_minute(Number value) noexcept
-{
-    return ka_integers::is_in(0, value, 59);
-}
+constexpr bool ka_time::is_minute(ka_integer auto value) noexcept { return ka_integers::is_in(0, value, 59); }
 
-template <ka_integer Number>
-constexpr bool ka_time::is_second(Number value) noexcept
-{
-    return ka_integers::is_in(0, value, 59);
-}
+constexpr bool ka_time::is_second(ka_integer auto value) noexcept { return ka_integers::is_in(0, value, 59); }
 
-template <ka_integer Number>
-constexpr bool ka_time::is_microsecond(Number value) noexcept
+constexpr bool ka_time::is_microsecond(ka_integer auto value) noexcept
 {
     return ka_integers::is_in(0, value, 999999);
 }
@@ -128,8 +109,7 @@ constexpr bool ka_time::operator<(const ka_time& other) const noexcept
     return since_midnight_ < other.since_midnight_;
 }
 
-template <std::same_as<ka_time> Time>
-constexpr std::strong_ordering ka_time::operator<=>(const Time& other) const noexcept
+constexpr std::strong_ordering ka_time::operator<=>(const std::same_as<ka_time> auto& other) const noexcept
 {
     return since_midnight_ <=> other.since_midnight_;
 }
@@ -160,4 +140,28 @@ constexpr ka_time& ka_time::adjust() noexcept
         seconds += ka_time_period::seconds_per_day;
     since_midnight_ = ka_time_period::unchecked(seconds, microseconds);
     return *this;
+}
+
+constexpr bool operator==(const std::derived_from<ka_time> auto& time,
+                          const std::derived_from<ka_time_period> auto& period) noexcept
+{
+    return time == ka_time(period);
+}
+
+constexpr bool operator!=(const std::derived_from<ka_time> auto& time,
+                          const std::derived_from<ka_time_period> auto& period) noexcept
+{
+    return !(time == period);
+}
+
+constexpr bool operator==(const std::derived_from<ka_time_period> auto& period,
+                          const std::derived_from<ka_time> auto& time) noexcept
+{
+    return period == static_cast<ka_time_period>(time);
+}
+
+constexpr bool operator!=(const std::derived_from<ka_time_period> auto& period,
+                          const std::derived_from<ka_time> auto& time) noexcept
+{
+    return !(period == time);
 }

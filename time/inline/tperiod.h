@@ -5,8 +5,7 @@
 
 #include <time/tperiod.h>
 
-template <ka_integer Seconds, ka_integer Microseconds>
-constexpr ka_time_period::ka_time_period(Seconds seconds, Microseconds microseconds)
+constexpr ka_time_period::ka_time_period(ka_integer auto seconds, ka_integer auto microseconds)
 {
     time_period(seconds, microseconds);
 }
@@ -16,9 +15,8 @@ constexpr ka_time_period::ka_time_period(int days, int hours, int minutes, int s
     time_period(days, hours, minutes, seconds, microseconds);
 }
 
-template <ka_integer Days, ka_integer Hours, ka_integer Minutes, ka_integer Seconds, ka_integer Microseconds>
-constexpr ka_time_period::ka_time_period(Days days, Hours hours, Minutes minutes, Seconds seconds,
-                                         Microseconds microseconds)
+constexpr ka_time_period::ka_time_period(ka_integer auto days, ka_integer auto hours, ka_integer auto minutes,
+                                         ka_integer auto seconds, ka_integer auto microseconds)
 {
     time_period(days, hours, minutes, seconds, microseconds);
 }
@@ -38,8 +36,7 @@ constexpr void ka_time_period::time_period(long long seconds, int microseconds)
     microseconds_ = microseconds;
 }
 
-template <ka_integer Seconds, ka_integer Microseconds>
-constexpr void ka_time_period::time_period(Seconds seconds, Microseconds microseconds)
+constexpr void ka_time_period::time_period(ka_integer auto seconds, ka_integer auto microseconds)
 {
     if (!ka_integers::is_in(LLONG_MIN, seconds, LLONG_MAX) || !is_microsecond(microseconds) ||
         are_of_opposite_signs(static_cast<long long>(seconds), static_cast<int>(microseconds)))
@@ -61,9 +58,9 @@ constexpr void ka_time_period::time_period(int days, int hours, int minutes, int
     microseconds_ = microseconds % microseconds_per_second;
 }
 
-template <ka_integer Days, ka_integer Hours, ka_integer Minutes, ka_integer Seconds, ka_integer Microseconds>
-constexpr void ka_time_period::time_period(Days days, Hours hours, Minutes minutes, Seconds seconds,
-                                           Microseconds microseconds)
+constexpr void ka_time_period::time_period(ka_integer auto days, ka_integer auto hours,
+                                           ka_integer auto minutes, ka_integer auto seconds,
+                                           ka_integer auto microseconds)
 {
     const auto is_int = [](auto number) { return ka_integers::is_in(INT_MIN, number, INT_MAX); };
     if (!is_int(days) || !is_int(hours) || !is_int(minutes) || !is_int(seconds) || !is_int(microseconds))
@@ -77,8 +74,7 @@ constexpr bool ka_time_period::is_microsecond(int value) noexcept
     return -microseconds_per_second < value && value < microseconds_per_second;
 }
 
-template <ka_integer Number>
-constexpr bool ka_time_period::is_microsecond(Number value) noexcept
+constexpr bool ka_time_period::is_microsecond(ka_integer auto value) noexcept
 {
     return is_microsecond(ka_integers::int_or(microseconds_per_second, value));
 }
@@ -95,8 +91,8 @@ constexpr bool ka_time_period::operator<(const ka_time_period& other) const noex
     return microseconds_ < other.microseconds_;
 }
 
-template <std::same_as<ka_time_period> Period>
-constexpr std::strong_ordering ka_time_period::operator<=>(const Period& other) const noexcept
+constexpr std::strong_ordering
+ka_time_period::operator<=>(const std::same_as<ka_time_period> auto& other) const noexcept
 {
     if (seconds_ != other.seconds_) [[likely]]
         return seconds_ <=> other.seconds_;
@@ -135,8 +131,7 @@ constexpr ka_time_period ka_time_period::operator*(int factor) const noexcept
     return product;
 }
 
-template <ka_integer Factor>
-constexpr ka_time_period ka_time_period::operator*(Factor factor) const noexcept
+constexpr ka_time_period ka_time_period::operator*(ka_integer auto factor) const noexcept
 {
     if (ka_integers::is_in(INT_MIN, factor, INT_MAX)) [[likely]]
         return *this * static_cast<int>(factor);
@@ -150,8 +145,7 @@ constexpr ka_time_period ka_time_period::operator*(Factor factor) const noexcept
     return product;
 }
 
-template <ka_integer Factor>
-constexpr ka_time_period& ka_time_period::operator*=(Factor factor) noexcept
+constexpr ka_time_period& ka_time_period::operator*=(ka_integer auto factor) noexcept
 {
     return *this = *this * factor;
 }
@@ -182,8 +176,7 @@ constexpr ka_time_period ka_time_period::operator/(int divisor) const
     return unchecked(whole, static_cast<int>(quotient(microseconds_) + rest));
 }
 
-template <ka_integer Divisor>
-constexpr ka_time_period ka_time_period::operator/(Divisor divisor) const
+constexpr ka_time_period ka_time_period::operator/(ka_integer auto divisor) const
 {
     if (ka_integers::is_in(INT_MIN, divisor, INT_MAX)) [[likely]]
         return *this / static_cast<int>(divisor);
@@ -196,8 +189,7 @@ constexpr ka_time_period ka_time_period::operator/(Divisor divisor) const
     return dividend.is_negative == by.is_negative ? unchecked(whole, rest) : unchecked(-whole, -rest);
 }
 
-template <ka_integer Divisor>
-constexpr ka_time_period& ka_time_period::operator/=(Divisor divisor)
+constexpr ka_time_period& ka_time_period::operator/=(ka_integer auto divisor)
 {
     return *this = *this / divisor;
 }
@@ -211,8 +203,7 @@ constexpr ka_time_period ka_time_period::operator%(int divisor) const
     return of_one_sign(seconds_ % divisor, microseconds_ % divisor);
 }
 
-template <ka_integer Divisor>
-constexpr ka_time_period ka_time_period::operator%(Divisor divisor) const
+constexpr ka_time_period ka_time_period::operator%(ka_integer auto divisor) const
 {
     if (ka_integers::is_in(INT_MIN, divisor, INT_MAX)) [[likely]]
         return *this % static_cast<int>(divisor);
@@ -221,8 +212,7 @@ constexpr ka_time_period ka_time_period::operator%(Divisor divisor) const
     return of_one_sign(dividend.is_negative ? wrapping_product(rest, -1) : rest, microseconds_);
 }
 
-template <ka_integer Divisor>
-constexpr ka_time_period& ka_time_period::operator%=(Divisor divisor)
+constexpr ka_time_period& ka_time_period::operator%=(ka_integer auto divisor)
 {
     return *this = *this % divisor;
 }
@@ -313,4 +303,10 @@ constexpr long long ka_time_period::wrapping_difference(long long a, long long b
 constexpr long long ka_time_period::wrapping_product(long long a, long long b) noexcept
 {
     return static_cast<long long>(static_cast<unsigned long long>(a) * static_cast<unsigned long long>(b));
+}
+
+constexpr ka_time_period operator*(ka_integer auto factor,
+                                   const std::derived_from<ka_time_period> auto& period) noexcept
+{
+    return period * factor;
 }

@@ -14,8 +14,7 @@ constexpr bool ka_wint::operator<(const ka_wint& other) const noexcept
     return negative_ ? magnitude() > other.magnitude() : magnitude() < other.magnitude();
 }
 
-template <std::same_as<ka_wint> Wint>
-constexpr std::strong_ordering ka_wint::operator<=>(const Wint& other) const noexcept
+constexpr std::strong_ordering ka_wint::operator<=>(const std::same_as<ka_wint> auto& other) const noexcept
 {
     if (negative_ != other.negative_)
         return other.negative_ <=> negative_;

@@ -26,15 +26,15 @@ constexpr char upper_case(char letter)
 
 std::string ka_wint::to_string(ka_base radix, bool upper) const
 {
-    char text[1 + binary_digits];
     if (!is_power_of_two(radix)) {
-        char* const end = text + sizeof text;
-        char* begin = write_before(end, magnitude());
+        char text[1 + most_digits];
+        char* begin = write_in_twenty_places(text + 1, magnitude());
         if (negative_)
             *--begin = '-';
-        return std::string(begin, static_cast<std::size_t>(end - begin));
+        return std::string(begin, static_cast<std::size_t>(text + sizeof text - begin));
     }
 
+    char text[1 + binary_digits];
     char digits[binary_digits];
     char* const end = std::to_chars(digits, digits + sizeof digits, magnitude(), radix).ptr;
     const auto count = static_cast<std::size_t>(end - digits);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <bit>
 #include <cstddef>
 #include <cstring>
 
@@ -33,8 +35,53 @@ inline char* write_six_places(char* out, unsigned int value) noexcept
     return write_two_places(out, value % 100);
 }
 
-/// The most digits that `write_before` writes.
+/// The most digits that a number of 64 bits has.
 inline constexpr int most_digits = 20;
+
+/// The number of a number's digits; that of 0 is 1.
+inline unsigned int digit_count(unsigned long long number) noexcept
+{
+    constexpr auto powers = [] {
+        std::array<unsigned long long, most_digits> made = {};
+        unsigned long long power = 1;
+        for (unsigned int digits = 1; digits < most_digits; ++digits)
+            made[digits] = power *= 10;
+        return made;
+    }();
+    // 1233 / 4096 is the logarithm of 2 to the base of 10, as far as 64 bits need it.
+    const auto highest_bit = 63 ^ static_cast<unsigned int>(std::countl_zero(number | 1));
+    const unsigned int least = (highest_bit + 1) * 1233 >> 12;
+    return least + 1 - (number < powers[least]);
+}
+
+/// Writes a value of 0 to 99999999 in eight places, and returns the end.
+inline char* write_eight_places(char* out, unsigned int value) noexcept
+{
+    const unsigned int high = value / 10000;
+    const unsigned int low = value % 10000;
+    out = write_two_places(out, high / 100);
+    out = write_two_places(out, high % 100);
+    out = write_two_places(out, low / 100);
+    return write_two_places(out, low % 100);
+}
+
+/// Writes a number at the end of twenty places, and returns its first digit.
+/// What is in front of it is not told. However many digits a number has, there
+/// is one branch on the way, so that texts of all lengths cost the same.
+inline char* write_in_twenty_places(char* out, unsigned long long number) noexcept
+{
+    constexpr unsigned long long eight_places = 100000000;
+    constexpr unsigned long long sixteen_places = eight_places * eight_places;
+    unsigned long long rest = number;
+    if (number >= sixteen_places) {
+        const auto four = static_cast<unsigned int>(number / sixteen_places);
+        write_two_places(write_two_places(out, four / 100), four % 100);
+        rest = number % sixteen_places;
+    }
+    char* const middle = write_eight_places(out + 4, static_cast<unsigned int>(rest / eight_places));
+    char* const end = write_eight_places(middle, static_cast<unsigned int>(rest % eight_places));
+    return end - digit_count(number);
+}
 
 /// Writes a number so that it ends before `end`, and returns its first digit.
 inline char* write_before(char* end, unsigned long long number) noexcept
