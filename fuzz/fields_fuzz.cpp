@@ -198,7 +198,9 @@ void check_built_in(const ka_time& time, const ka_date& date)
     } rows[] = {{zone::pacific()},          {zone::greenwich()},        {zone::yukon()},
                 {zone::central_european()}, {zone::western_european()}, {zone::south_africa()},
                 {zone::israel()},           {zone::newfoundland()}};
-    const auto& [of, stepwise] = rows[date.julian_day() & 7];
+    const auto& row = rows[date.julian_day() & 7];
+    const zone& of = row.built_in;
+    const stepwise_zone& stepwise = row.stepwise;
     check_clocks(time, date, of, stepwise.zone);
     const stepwise_rule& rule = stepwise.rules[time.microseconds() % stepwise.rules.size()];
     const ka_calendar_date& point = time.is_pm() ? rule.start_point() : rule.end_point();

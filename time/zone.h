@@ -29,8 +29,7 @@
 /// the caller's to keep apart from readers.
 class KA_TIME_VARNEL_API ka_time_zone {
 public:
-    // The built-in zones, with their rules as the library has them: see
-    // docs/zones.md.
+    // The built-in zones: see docs/zones.md.
 
     static const ka_time_zone& utc() noexcept;
     static const ka_time_zone& greenwich() noexcept;
@@ -47,9 +46,8 @@ public:
     static const ka_time_zone& yukon() noexcept;
     static const ka_time_zone& aleutian() noexcept;
     static const ka_time_zone& israel() noexcept;
-    /// Without daylight saving time.
+    // Without daylight saving time.
     static const ka_time_zone& indiana() noexcept;
-    /// Without daylight saving time.
     static const ka_time_zone& hawaii() noexcept;
 
     // A zone of one's own.
@@ -81,7 +79,7 @@ public:
     ka_time_period dst_adjustment(const ka_time& time, const ka_date& date) const;
     /// Whether a rule is in effect at a time on a date.
     bool is_dst(const ka_time& time, const ka_date& date) const;
-    /// Whether the zone has rules at all, whatever their years.
+    /// Whether the zone has rules at all.
     bool dst_observed() const noexcept { return count_ != 0; }
 
     // The names: the stem and the whole hours of the offset, "PST8" or "CET-1".
@@ -89,8 +87,7 @@ public:
 
     /// The name in standard time.
     std::string name() const;
-    /// The name in daylight time, which counts one hour whatever the rules say.
-    /// A zone without rules has the stem alone.
+    /// The name in daylight time, one hour ahead whatever the rules say; without rules the stem.
     std::string dst_name() const;
     /// The name at a time on a date.
     std::string name(const ka_time& time, const ka_date& date) const;
@@ -100,8 +97,7 @@ public:
     void print(std::ostream& stream) const;
 
 protected:
-    /// The rule in a slot, 0 to 6, null past the rules held. An index outside
-    /// 0 to 6 is null too.
+    /// The rule in a slot, 0 to 6; null past the rules held and for any other index.
     const ka_time_zone_rule* rule(int index) const noexcept;
     /// The rule in effect at a time on a date, or null.
     const ka_time_zone_rule* rule(const ka_time& time, const ka_date& date) const;

@@ -41,6 +41,7 @@ public:
     /// The last year in which the rule holds; 0 means that there is no last year.
     short end_year() const noexcept { return end_year_; }
     void end_year(short year) noexcept { end_year_ = year; }
+    /// Whether there is no last year.
     bool is_open_ended() const noexcept { return end_year_ == 0; }
 
     /// How far the clocks are moved: positive where daylight time is ahead.
@@ -53,8 +54,10 @@ public:
     void print(std::ostream& stream) const;
 
 protected:
+    /// Points, years and adjustment are those of the derived rule, untested.
     ka_time_zone_rule(const ka_calendar_date& start, const ka_calendar_date& end, short start_year,
                       short end_year, const ka_time_period& adjustment) noexcept;
+    /// A point that is a temporary would be gone when the rule is asked.
     ka_time_zone_rule(const ka_calendar_date&&, const ka_calendar_date&, short, short,
                       const ka_time_period&) = delete;
     ka_time_zone_rule(const ka_calendar_date&, const ka_calendar_date&&, short, short,
@@ -81,8 +84,10 @@ public:
     /// With an adjustment of one hour.
     ka_simple_time_zone_rule(const ka_calendar_date& start, const ka_calendar_date& end, short start_year,
                              short end_year) noexcept;
+    /// With any adjustment: negative ones put the clocks back.
     ka_simple_time_zone_rule(const ka_calendar_date& start, const ka_calendar_date& end, short start_year,
                              short end_year, const ka_time_period& adjustment) noexcept;
+    /// As above, of temporary points.
     ka_simple_time_zone_rule(const ka_calendar_date&&, const ka_calendar_date&, short, short,
                              const ka_time_period& = {}) = delete;
     ka_simple_time_zone_rule(const ka_calendar_date&, const ka_calendar_date&&, short, short,

@@ -6,13 +6,22 @@
 #include <vector>
 
 #include <time/time_varnel.h>
+#include <time/world.h>
 
 namespace {
 
 const ka_time_zone* zones[] = {
-    &ka_time_zone::utc(),        &ka_time_zone::greenwich(),    &ka_time_zone::central_european(),
-    &ka_time_zone::israel(),     &ka_time_zone::south_africa(), &ka_time_zone::newfoundland(),
-    &ka_time_zone::portuguese(), &ka_time_zone::eastern(),      &ka_time_zone::yukon(),
+    &ka_time_zone::utc(),
+    &ka_time_zone::greenwich(),
+    &ka_time_zone::central_european(),
+    &ka_time_zone::israel(),
+    &ka_time_zone::south_africa(),
+    &ka_time_zone::newfoundland(),
+    &ka_time_zone::portuguese(),
+    &ka_time_zone::eastern(),
+    &ka_time_zone::yukon(),
+    &ka_posix_zone("EET-2EEST,M3.5.0/3,M10.5.0/4"),
+    &ka_posix_zone("IST-1GMT0,M10.5.0,M3.5.0/1"),
 };
 
 std::vector<ka_date> dates;

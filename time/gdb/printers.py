@@ -9,6 +9,7 @@ Zones, rules and their points are read by their places in the library's binary
 interface, since a host need not know their types.
 """
 
+import bisect
 import struct
 
 import gdb
@@ -18,7 +19,7 @@ SECOND = 1000000
 DAY = 86400 * SECOND
 FIRST_DAY = 38
 LAST_DAY = 13688960
-USER_DEFINED = 1  # of the kinds of rules in a zone
+USER_DEFINED, TABLE = 1, 2  # how a zone knows its changes; 0 is by simple rules
 
 
 class Refused(Exception):
@@ -162,6 +163,39 @@ class Rule:
         return is_after_start and is_before_end
 
 
+class Table:
+    """A table of changes, as time/src/rules/table.h has it."""
+
+    FOLD = 146097 * 86400
+
+    def __init__(self, address):
+        (self.origin, self.length, self.slots, self.at, self.pairs, self.count, self.kind_of, self.kinds,
+         self.abbreviations) = fields("=qQQQ16xQQQQ8xQ", address)
+        self.first, self.last = address + 96, address + 112
+        self.folds_forward, self.folds_back = fields("=??", address + 128)
+
+    def kind(self, second):
+        """The adjustment in seconds, the flag and the abbreviation at a time of the standard clock."""
+        adjustment, abbreviation, is_dst = fields("=i4xH?", self.address_of_kind(second - self.origin))
+        return adjustment, is_dst, self.abbreviations and self.abbreviations + abbreviation
+
+    def address_of_kind(self, since):
+        if since < 0:
+            if not self.folds_back:
+                return self.first
+            since += self.FOLD * ((-since - 1) // self.FOLD + 1)
+        if since >= self.length:
+            if not self.folds_forward:
+                return self.last
+            since -= self.FOLD * ((since - self.length) // self.FOLD + 1)
+        word, = fields("=I", self.slots + 4 * (since >> 23))
+        if word >> 24 != 255:
+            return self.pairs + 32 * (word >> 24) + (16 if since % 2**23 >= word % 2**24 else 0)
+        times = fields("=%dq" % self.count, self.at)
+        number, = fields("=B", self.kind_of + bisect.bisect_right(times, self.origin + since))
+        return self.kinds + 16 * number
+
+
 class Zone:
     def __init__(self, address):
         (name, name_size, dst_name, dst_name_size, seconds, microseconds, self.rules, self.count,
@@ -171,6 +205,13 @@ class Zone:
         self.offset = seconds * SECOND + microseconds
         self.stem = self.text(name, name_size)
         self.dst_stem = self.text(dst_name, dst_name_size)
+
+    @staticmethod
+    def text_to_nul(address):
+        size = 0
+        while fields("=B", address + size) != (0,):
+            size += 1
+        return Zone.text(address, size)
 
     @staticmethod
     def text(address, size):
@@ -188,6 +229,19 @@ class Zone:
 
     def dst_name(self):
         return self.named(self.dst_stem, self.offset - 3600 * SECOND) if self.count else self.dst_stem
+
+    def local(self, standard):
+        """The local clock, and what the zone is called then."""
+        date = date_of(standard)
+        if self.rule_kind == TABLE:
+            table, = fields("=56xQ", self.rules)
+            adjustment, is_dst, abbreviation = Table(table).kind(standard // SECOND)
+            moved = adjustment * SECOND
+            if abbreviation:
+                return standard + moved, self.named(self.text_to_nul(abbreviation), self.offset - moved)
+            return standard + moved, self.dst_name() if is_dst else self.name()
+        rule = self.rule(standard % DAY, date)
+        return (standard + rule.adjustment, self.dst_name()) if rule else (standard, self.name())
 
     def rule(self, time, date):
         """The rule in effect, or None, on the standard clock."""
@@ -215,10 +269,7 @@ def moment_text(instant, zone_address):
         zone = Zone(zone_address)
         if zone.rule_kind == USER_DEFINED:
             return universal_text(instant, zone.name() + " with rules of a kind of its own")
-        standard = instant - zone.offset
-        rule = zone.rule(standard % DAY, date_of(standard))
-        local = standard + rule.adjustment if rule else standard
-        name = zone.dst_name() if rule else zone.name()
+        local, name = zone.local(instant - zone.offset)
         return "%s %s %s" % (date_text(date_of(local)), time_text(local), name)
     except Refused:
         return universal_text(instant, zone.name() + " refuses it")

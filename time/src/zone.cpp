@@ -10,16 +10,16 @@ namespace {
 
 /// The kind of a zone once a rule is inserted. One that went by a table goes by
 /// its rules from then on.
-ka_access::rule_kind kind_with(const ka_time_zone& zone, const ka_time_zone_rule& inserted) noexcept
+rules::zone_kind kind_with(const ka_time_zone& zone, const ka_time_zone_rule& inserted) noexcept
 {
-    using enum ka_access::rule_kind;
-    if (ka_access::kind(zone) == user_defined || !rules::is_simple(inserted))
-        return user_defined;
-    if (ka_access::kind(zone) == table)
+    using kind = rules::zone_kind;
+    if (ka_access::kind(zone) == kind::user_defined || !rules::is_simple(inserted))
+        return kind::user_defined;
+    if (ka_access::kind(zone) == kind::table)
         for (int slot = 0; slot < ka_access::rule_count(zone); ++slot)
             if (!rules::is_simple(*ka_access::rules(zone)[slot]))
-                return user_defined;
-    return simple;
+                return kind::user_defined;
+    return kind::simple;
 }
 
 }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include <time/date.h>
+#include <time/inline/gregorian.h>
 
 #include "catalogue_rows.h"
 #include "table.h"
@@ -23,16 +23,15 @@ inline constexpr rules::kind_pair pairs[] = {{standard_time, standard_time},
                                              {daylight_time, standard_time},
                                              {daylight_time, daylight_time}};
 
-constexpr long long midnight_of(const ka_date& date) { return date.julian_day() * 86400ll; }
-
-constexpr long long new_year(int year) { return midnight_of(ka_date(1, 1, static_cast<short>(year))); }
+constexpr long long new_year(int year) { return ka_gregorian::day_number(1, 1, year) * 86400ll; }
 
 constexpr long long second_of(const point_row& point, int year)
 {
-    const auto number = static_cast<short>(year);
-    const ka_date date = point.week == ka_none ? ka_date(point.month, point.day, number)
-                                               : ka_date(point.week, point.day, point.month, number);
-    return midnight_of(date) + point.hour * 3600;
+    const int first = ka_gregorian::day_number(point.month, 1, year);
+    const int end = first + ka_gregorian::month_length(point.month, ka_gregorian::is_leap(year));
+    const int day = point.week == ka_none ? first + point.day - 1
+                                          : ka_gregorian::nth_weekday(first, end, point.week, point.day);
+    return day * 86400ll + point.hour * 3600;
 }
 
 /// The rule of a year, or null. No two rules of a zone share a year.
@@ -113,7 +112,7 @@ struct built_changes {
             }
         return start;
     }();
-    static constexpr unsigned long long length = new_year(end_year(List)) - origin;
+    static constexpr auto length = static_cast<unsigned long long>(new_year(end_year(List)) - origin);
 
     static constexpr std::array<std::uint32_t, rules::slots_for(length)> slots = [] {
         std::array<std::uint32_t, rules::slots_for(length)> filled = {};
@@ -135,5 +134,31 @@ inline constexpr rules::table changes_of = {
     .last = standard_time,
     .folds_forward = true,
 };
+
+constexpr bool is_same_rule(const rule_row& one, const rule_row& other)
+{
+    return one.start == other.start && one.end == other.end && one.first_year == other.first_year &&
+           one.last_year == other.last_year;
+}
+
+/// The same for a list that holds the latest rule of another and no more: the
+/// slots of the other from New Year of the first year on.
+template <const rule_list& List, const rule_list& Whole>
+inline constexpr rules::table latest_changes_of = [] {
+    constexpr long long start = new_year(first_year(List));
+    constexpr long long skipped = (start - built_changes<Whole>::origin) >> rules::slot_bits;
+    constexpr std::uint32_t first_slot = built_changes<Whole>::slots[skipped];
+    static_assert(is_same_rule(rule_table[List.rules[0]], rule_table[Whole.rules[0]]));
+    static_assert(List.rules[1] == rule_count);
+    static_assert((first_slot & 0xffffff) == rules::slot_length); // no change
+    static_assert(!pairs[first_slot >> 24].before.is_dst);
+
+    rules::table view = changes_of<Whole>;
+    view.origin += skipped << rules::slot_bits;
+    view.length -= static_cast<unsigned long long>(skipped << rules::slot_bits);
+    view.read.slots += skipped;
+    view.set.slots += skipped;
+    return view;
+}();
 
 }
