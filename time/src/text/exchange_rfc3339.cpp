@@ -1,0 +1,185 @@
+#include "exchange_reading.h"
+#include "exchange_writing.h"
+
+#include <bit>
+#include <cstdint>
+#include <cstring>
+
+namespace exchange {
+
+namespace {
+
+char* write_offset(char* out, const shown_moment& shown) noexcept
+{
+    if (shown.is_universal)
+        return write_character(out, 'Z');
+    const auto minutes = static_cast<unsigned int>(shown.ahead < 0 ? -shown.ahead : shown.ahead) / 60;
+    *out = shown.ahead < 0 ? '-' : '+';
+    out = write_two_places(out + 1, minutes / 60);
+    *out = ':';
+    return write_two_places(out + 1, minutes % 60);
+}
+
+auto rfc3339_writer(const ka_time_and_date& moment, ka_fraction fraction)
+{
+    return [fraction, shown = shown_moment(moment)](char* out) {
+        out = write_date(out, shown.date);
+        *out = 'T';
+        out = write_clock(out + 1, shown.second_of_day);
+        out = write_fraction(out, shown.microsecond, fraction);
+        return write_offset(out, shown);
+    };
+}
+
+// Nearly all texts begin as 2024-07-04T18:28:38. Eight characters are looked at
+// at once: what is left of each when its pattern is taken away is a digit or,
+// for a separator, zero.
+
+std::uint64_t eight_at(const char* text) noexcept
+{
+    std::uint64_t eight = 0;
+    std::memcpy(&eight, text, sizeof eight);
+    if constexpr (std::endian::native == std::endian::big) {
+        std::uint64_t turned = 0;
+        for (int byte = 0; byte < 8; ++byte)
+            turned = turned << 8 | (eight >> 8 * byte & 0xff);
+        return turned;
+    }
+    return eight;
+}
+
+/// A pattern of eight characters, whose digits are written as '0'.
+struct pattern {
+    std::uint64_t zeros = 0;
+    /// To a digit 0x76 can be added, to a zero 0x7f, and no bit is carried.
+    std::uint64_t room = 0;
+
+    explicit constexpr pattern(const char* text) noexcept
+    {
+        for (int place = 0; place < 8; ++place) {
+            const auto character = static_cast<unsigned char>(text[place]);
+            zeros |= std::uint64_t{character} << 8 * place;
+            room |= std::uint64_t{character == '0' ? 0x76u : 0x7fu} << 8 * place;
+        }
+    }
+    /// The digits, or false where something else stands there.
+    bool reads(const char* text, std::uint64_t& digits) const noexcept
+    {
+        digits = eight_at(text) ^ zeros;
+        return ((digits | (digits + room)) & 0x8080808080808080) == 0;
+    }
+};
+
+/// The number of two digits from a place on.
+constexpr int two(std::uint64_t digits, int place) noexcept
+{
+    const auto pair = static_cast<unsigned int>(digits >> 8 * place);
+    return static_cast<int>((pair & 0xff) * 10 + (pair >> 8 & 0xff));
+}
+
+/// The first 19 characters, where they are what they nearly always are.
+bool read_at_once(std::string_view text, int& julian_day, told_time& time) noexcept
+{
+    constexpr pattern year_month("0000-00-"), day_hour("00T00:00"), times("00:00:00");
+    std::uint64_t first = 0, second = 0, third = 0;
+    if (text.size() < 19 || !year_month.reads(text.data(), first) ||
+        !day_hour.reads(text.data() + 8, second) || !times.reads(text.data() + 11, third))
+        return false;
+    const int year = two(first, 0) * 100 + two(first, 2), month = two(first, 5), day = two(second, 0);
+    const int hour = two(third, 0), minute = two(third, 3), second_of_minute = two(third, 6);
+    if (!ka_gregorian::is_month(month) || hour > 23 || minute > 59 || second_of_minute > 59)
+        return false;
+    if (day < 1 || (day > 28 && day > ka_gregorian::month_length(month, ka_gregorian::is_leap(year))))
+        return false;
+    julian_day = ka_gregorian::day_number(month, day, year);
+    time.second_of_day = (hour * 60 + minute) * 60 + second_of_minute;
+    return true;
+}
+
+bool read_date_and_time(scanner& in, int& julian_day, told_time& time) noexcept
+{
+    if (!read_date(in, julian_day))
+        return false;
+    if (!in.sees('T') && !in.sees('t') && !in.sees(' '))
+        return in.fails(ka_failure, in.at(), 1, "'T'");
+    in.skip(1);
+    return read_clock(in, true, time) && read_fraction(in, time);
+}
+
+bool read_offset(scanner& in, told_offset& offset) noexcept
+{
+    if (in.takes('Z') || in.takes('z'))
+        return true;
+    const std::size_t start = in.at();
+    const bool is_negative = in.takes('-');
+    int hours = 0, minutes = 0;
+    if (!is_negative && !in.takes('+'))
+        return in.fails(ka_failure, start, 1, "offset");
+    if (!in.number(2, 0, 23, hours, ka_failure, "offset") || !in.literal(':', "':'") ||
+        !in.number(2, 0, 59, minutes, ka_failure, "offset"))
+        return false;
+    const int seconds = (hours * 60 + minutes) * 60;
+    offset.seconds = is_negative ? -seconds : seconds;
+    offset.is_known = !is_negative || seconds != 0;
+    return true;
+}
+
+/// All but the offset.
+bool read_local(scanner& in, std::string_view text, int& julian_day, told_time& time) noexcept
+{
+    if (!read_at_once(text, julian_day, time)) [[unlikely]]
+        return read_date_and_time(in, julian_day, time);
+    in.skip(19);
+    return read_fraction(in, time);
+}
+
+}
+
+}
+
+using namespace exchange;
+
+std::string ka_rfc3339(const ka_time_and_date& moment, ka_fraction fraction)
+{
+    return string_of(
+        [&](char* first, char* last) { return ka_write_rfc3339(first, last, moment, fraction); });
+}
+
+std::to_chars_result ka_write_rfc3339(char* first, char* last, const ka_time_and_date& moment,
+                                      ka_fraction fraction)
+{
+    return write_in(first, last, rfc3339_writer(moment, fraction));
+}
+
+ka_read_result<ka_told_moment> ka_read_rfc3339(std::string_view text) noexcept
+{
+    scanner in(text);
+    int julian_day = 0;
+    told_time time;
+    told_offset offset;
+    if (!read_local(in, text, julian_day, time) || !read_offset(in, offset) || !in.ends())
+        return in.failure();
+    return result_of(in, julian_day, time, offset);
+}
+
+ka_read_result<ka_time_and_date> ka_read_rfc3339(std::string_view text, const ka_time_zone& zone,
+                                                 ka_local_choice choice)
+{
+    scanner in(text);
+    int julian_day = 0;
+    told_time time;
+    told_offset offset;
+    if (!read_local(in, text, julian_day, time))
+        return in.failure();
+    if (in.is_at_end()) {
+        if (zone.dst_observed())
+            return {ka_local_time(zone, ka_access::time(time.second_of_day, time.microsecond),
+                                  ka_access::date(julian_day), choice),
+                    in.at(), time.is_leap_second};
+        return {moment_of(instant_of(julian_day, time, 0) + zone.offset(), zone), in.at(),
+                time.is_leap_second};
+    }
+    if (!read_offset(in, offset) || !in.ends())
+        return in.failure();
+    return {moment_of(instant_of(julian_day, time, offset.seconds), zone), in.at(), time.is_leap_second};
+}
