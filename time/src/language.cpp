@@ -37,11 +37,18 @@ public:
 
     std::string& operator[](int at) { return texts_[at]; }
 
+    void alternates(const alternate_numbers& numbers)
+    {
+        alternates_ = numbers;
+        view_.alternates = &alternates_;
+    }
+
     const ka_language_texts& view() const { return view_; }
 
 private:
     std::string texts_[count];
     const std::string* places_[count];
+    alternate_numbers alternates_;
     ka_language_texts view_ = {places_ + month_names,
                                places_ + month_abbreviations,
                                places_ + weekday_names,
@@ -88,8 +95,7 @@ std::shared_ptr<const ka_language_texts> texts_of(const std::string& name)
         throw_error(ka_failure, {KA_SOURCE, __LINE__}, "Unknown locale: ", std::string_view(name));
 
     const auto text = [&](const char* code, const std::tm& fields) {
-        char buffer[128];
-        return std::string(buffer, locale.format_time(buffer, sizeof buffer, code, fields));
+        return locale_text(locale, code, fields);
     };
     const auto texts = std::make_shared<own_texts>();
     std::tm fields = {};
@@ -113,6 +119,7 @@ std::shared_ptr<const ka_language_texts> texts_of(const std::string& name)
     (*texts)[own_texts::timedate] = translated_layout(locale, 'c');
     (*texts)[own_texts::date] = translated_layout(locale, 'x');
     (*texts)[own_texts::time] = translated_layout(locale, 'X');
+    texts->alternates(alternates_of(locale));
     return shared(texts);
 }
 

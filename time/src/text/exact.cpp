@@ -174,7 +174,9 @@ bool is_read_one_way(std::string_view format, const ka_language_texts& language,
 {
     for (piece_stream pieces(format, language); !pieces.is_at_end();) {
         const coded_piece next = pieces.next();
-        if (next.piece.is_padded || next.piece.is_cut_off)
+        // An alternate number of a layout is no code to read by.
+        const bool is_unknown = next.piece.is_code && !next.is_code() && next.piece.letter < ' ';
+        if (next.piece.is_padded || next.piece.is_cut_off || is_unknown)
             return false;
         if (!next.is_code() || stands_for_pieces(next.code()))
             continue;

@@ -3,6 +3,17 @@
 #include <string>
 #include <string_view>
 
+/// Numbers that layouts of some languages write in a way of their own. Such a
+/// layout has, behind the "%", the place in `letters` from 1 on for the code.
+struct alternate_numbers {
+    /// Codes whose number is written in `digits`, and last the year of the era.
+    static constexpr std::string_view letters = "deHImMSyCY";
+
+    std::string digits[100];
+    /// From the year to that of the era.
+    int era_offset = 0;
+};
+
 /// The words of a language, where they stand now: of the user's, names that are
 /// set later show.
 struct ka_language_texts {
@@ -14,6 +25,7 @@ struct ka_language_texts {
     text am, pm, ad, bc;
     /// The layouts for `%c`, `%x` and `%X`.
     text timedate, date, time;
+    const alternate_numbers* alternates = nullptr;
 };
 
 /// Opens to the engine what start has found.

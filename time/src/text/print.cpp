@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "piece_stream.h"
 #include "print_inline.h"
 
 namespace {
@@ -158,6 +159,26 @@ char* put_number(char* at, sink& out, unsigned char letter, const printed_value&
     return out.put(at, {digits, static_cast<std::size_t>(end - digits)});
 }
 
+/// A number as the layouts of a language write it.
+char* print_alternate(char* at, sink& out, char letter, const printed_value& value)
+{
+    const alternate_numbers& alternates = *value.language.alternates;
+    const char code = alternate_numbers::letters[static_cast<std::size_t>(letter) - 1];
+    if (code == 'Y') {
+        char digits[2 * number_room];
+        char* const end = write_plain(digits, value.year + alternates.era_offset);
+        return out.put(at, {digits, static_cast<std::size_t>(end - digits)});
+    }
+    const auto number = static_cast<unsigned int>(std::abs(field_number(row_of(code), value)));
+    return out.put(at, alternates.digits[number % std::size(alternates.digits)]);
+}
+
+bool is_alternate(char letter, const printed_value& value)
+{
+    return value.language.alternates != nullptr && '\0' < letter &&
+           static_cast<std::size_t>(letter) <= alternate_numbers::letters.size();
+}
+
 char* print_unpadded(char* at, sink& out, unsigned char letter, const printed_value& value)
 {
     switch (ways[letter]) {
@@ -165,6 +186,8 @@ char* print_unpadded(char* at, sink& out, unsigned char letter, const printed_va
             return code_printers[letter](at, out, value);
         case way::letter_itself: {
             const char itself = static_cast<char>(letter);
+            if (is_alternate(itself, value)) [[unlikely]]
+                return print_alternate(at, out, itself, value);
             return out.put(at, {&itself, 1});
         }
         default:

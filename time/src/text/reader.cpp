@@ -1,7 +1,6 @@
 #include "reader.h"
 
 #include <algorithm>
-#include <bit>
 
 #include "fields.h"
 
@@ -27,39 +26,26 @@ constexpr int scaled(int number, std::size_t digits)
 
 }
 
-int text_reader::first_row(ka_format_field wanted) const noexcept
+[[gnu::always_inline]] inline bool text_reader::read_literal(const read_piece& next) noexcept
 {
-    return std::countr_zero(told_ & rows_of(wanted));
-}
-
-int text_reader::take(ka_format_field wanted) noexcept
-{
-    const int row = first_row(wanted);
-    left_ &= ~(std::uint64_t{1} << row);
-    const int number = values_[row].number;
-    if (is_number(ka_format_codes[row].form) || wanted == field::year_with_era)
-        return number;
-    return std::countr_zero(static_cast<unsigned int>(number)) + (wanted == field::month ? 1 : 0);
-}
-
-bool text_reader::read(std::string_view format)
-{
-    for (piece_stream pieces(format, language_); !pieces.is_at_end();) {
-        const coded_piece next = pieces.next();
-        if (!read(read_piece_of(next, next.is_code() && pieces.is_number_next())))
-            return false;
+    if (at_ < text_.size() && text_[at_] == next.letter) [[likely]] {
+        ++at_;
+        return true;
     }
-    left_ = told_;
-    return true;
+    const char quoted[] = {'"', next.letter, '"'};
+    return refuse(ka_failure, at_, 1, {quoted, sizeof quoted});
 }
 
-bool text_reader::read(const read_piece* first, const read_piece* last)
+/// Nearly all numbers are read by their first two digits, or by four of a year.
+[[gnu::always_inline]] inline bool text_reader::read_number(const read_piece& next) noexcept
 {
-    for (; first != last; ++first)
-        if (!read(*first))
-            return false;
-    left_ = told_;
-    return true;
+    const char* const text = text_.data() + at_;
+    const std::size_t rest = text_.size() - at_;
+    if (next.digits.most == 2 && rest >= 2 && is_digit(text[0]) && is_digit(text[1])) [[likely]] {
+        at_ += 2;
+        return tell_number(next.row, 10 * (text[0] - '0') + (text[1] - '0'), at_ - 2);
+    }
+    return read_digits(next);
 }
 
 [[gnu::always_inline]] inline bool text_reader::read(const read_piece& next)
@@ -84,14 +70,24 @@ bool text_reader::read(const read_piece* first, const read_piece* last)
     }
 }
 
-bool text_reader::read_literal(const read_piece& next) noexcept
+bool text_reader::read(std::string_view format)
 {
-    if (at_ < text_.size() && text_[at_] == next.letter) [[likely]] {
-        ++at_;
-        return true;
+    for (piece_stream pieces(format, language_); !pieces.is_at_end();) {
+        const coded_piece next = pieces.next();
+        if (!read(read_piece_of(next, next.is_code() && pieces.is_number_next())))
+            return false;
     }
-    const char quoted[] = {'"', next.letter, '"'};
-    return refuse(ka_failure, at_, 1, {quoted, sizeof quoted});
+    left_ = told_;
+    return true;
+}
+
+bool text_reader::read(const read_piece* first, const read_piece* last)
+{
+    for (; first != last; ++first)
+        if (!read(*first))
+            return false;
+    left_ = told_;
+    return true;
 }
 
 /// White space in a format is as much of it as there is in the text, and none
@@ -135,18 +131,14 @@ bool text_reader::read_padded(const read_piece& padded)
     return true;
 }
 
-bool text_reader::read_number(const read_piece& next) noexcept
+bool text_reader::read_digits(const read_piece& next) noexcept
 {
     const std::size_t start = at_;
-    if (ka_format_codes[next.row].form == form::two_places && peek() == ' ') {
+    digits_row digits = next.digits;
+    if (peek() == ' ' && ka_format_codes[next.row].form == form::two_places) {
         ++at_;
-        return read_digits(next, {1, 1, false}, start);
+        digits = {1, 1, false};
     }
-    return read_digits(next, next.digits, start);
-}
-
-bool text_reader::read_digits(const read_piece& next, digits_row digits, std::size_t start) noexcept
-{
     const bool has_sign = digits.has_sign && (peek() == '-' || peek() == '+');
     const bool is_negative = has_sign && peek() == '-';
     if (has_sign)
@@ -161,19 +153,6 @@ bool text_reader::read_digits(const read_piece& next, digits_row digits, std::si
     if (digits.most == 6)
         number = scaled(number, at_ - first);
     return tell_number(next.row, is_negative ? -number : number, start);
-}
-
-bool text_reader::tell_number(int row, int number, std::size_t position) noexcept
-{
-    const field_row& limits = limits_of_row(row);
-    const std::uint64_t bit = std::uint64_t{1} << row;
-    told_value& value = values_[row];
-    const bool is_told_otherwise = (told_ & bit) != 0 && value.number != number;
-    if (is_told_otherwise || number < limits.lowest || limits.highest < number || number == limits.never)
-        return refuse(limits.code, position, at_ - position, {&ka_format_codes[row].letter, 1});
-    told_ |= bit;
-    value = {number, position, at_ - position};
-    return true;
 }
 
 bool text_reader::tell_name(int row, int bits, std::size_t position) noexcept

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -67,14 +68,21 @@ public:
     /// A bit for each row of the table of codes that has told something.
     std::uint64_t told_rows() const noexcept { return told_; }
     const told_value& told_by(int row) const noexcept { return values_[row]; }
-    int first_row(ka_format_field field) const noexcept;
+    int first_row(ka_format_field field) const noexcept { return std::countr_zero(told_ & rows_of(field)); }
     static std::uint64_t rows_of(ka_format_field field) noexcept
     {
         return rows_of_fields[static_cast<std::size_t>(field)];
     }
 
     /// What a field has told, as a number; a name that several have is the first of them.
-    int take(ka_format_field field) noexcept;
+    int take(ka_format_field wanted) noexcept
+    {
+        const int row = first_row(wanted);
+        left_ &= ~(std::uint64_t{1} << row);
+        const int number = values_[row].number;
+        return has_numbers(row) ? number : first_name(number) + (wanted == ka_format_field::month ? 1 : 0);
+    }
+
     /// The rows that have told something that nothing was made of.
     std::uint64_t rows_left() const noexcept { return left_; }
 
@@ -94,7 +102,7 @@ private:
     bool read_blank(const read_piece& next) noexcept;
     bool read_padded(const read_piece& next);
     bool read_number(const read_piece& next) noexcept;
-    bool read_digits(const read_piece& next, digits_row digits, std::size_t start) noexcept;
+    bool read_digits(const read_piece& next) noexcept;
     bool read_year_with_era(const read_piece& next) noexcept;
     bool read_name(int row) noexcept;
     bool read_zone(int row);
@@ -104,6 +112,13 @@ private:
     name_match match_pair(const std::string& first, const std::string& second, std::string_view english_first,
                           std::string_view english_second) const noexcept;
     void consider(std::string_view name, unsigned int index, bool is_own, name_match& best) const noexcept;
+
+    static bool has_numbers(int row) noexcept
+    {
+        return is_number(ka_format_codes[row].form) ||
+               ka_format_codes[row].field == ka_format_field::year_with_era;
+    }
+    static int first_name(int bits) noexcept { return std::countr_zero(static_cast<unsigned int>(bits)); }
 
     bool tell_number(int row, int number, std::size_t position) noexcept;
     bool tell_name(int row, int bits, std::size_t position) noexcept;
@@ -122,3 +137,17 @@ private:
     told_value values_[code_count];
     misfit problem_;
 };
+
+[[gnu::always_inline]] inline bool text_reader::tell_number(int row, int number,
+                                                            std::size_t position) noexcept
+{
+    const field_row& limits = limits_of_row(row);
+    const std::uint64_t bit = std::uint64_t{1} << row;
+    told_value& value = values_[row];
+    if (number < limits.lowest || limits.highest < number || number == limits.never ||
+        ((told_ & bit) != 0 && value.number != number)) [[unlikely]]
+        return refuse(limits.code, position, at_ - position, {&ka_format_codes[row].letter, 1});
+    told_ |= bit;
+    value = {number, position, at_ - position};
+    return true;
+}

@@ -16,14 +16,25 @@ bool is_name(int row)
     return form == ka_format_form::name || form == ka_format_form::abbreviation;
 }
 
-/// Whether all that was told for one need agrees with a value.
-bool agrees(text_reader& read, const printed_value& value, bool is_date)
+/// The rows whose codes tell a date, and those that tell a time.
+consteval std::uint64_t rows_of_need(bool is_date)
 {
-    for (std::uint64_t rest = read.rows_left(); rest != 0; rest &= rest - 1) {
-        const int row = std::countr_zero(rest);
+    std::uint64_t rows = 0;
+    for (std::size_t row = 0; row < code_count; ++row) {
         const ka_format_need need = ka_format_codes[row].need;
-        if (need == ka_format_need::zone || (need != ka_format_need::time) != is_date)
-            continue;
+        const bool is_of_date =
+            need == ka_format_need::date || need == ka_format_need::month || need == ka_format_need::day;
+        if (is_date ? is_of_date : need == ka_format_need::time)
+            rows |= std::uint64_t{1} << row;
+    }
+    return rows;
+}
+
+/// Whether what some rows have told is what a value has.
+bool agrees(text_reader& read, std::uint64_t rows, const printed_value& value)
+{
+    for (; rows != 0; rows &= rows - 1) {
+        const int row = std::countr_zero(rows);
         const int number = field_number(row, value);
         const int told = read.told_by(row).number;
         const int index = ka_format_codes[row].field == field::month ? number - 1 : number;
@@ -108,14 +119,14 @@ bool resolve(text_reader& read, ka_date& date)
     } else if (!resolve_day_of_year(read, year, date)) {
         return false;
     }
-    return agrees(read,
-                  {{0, 0, 0, date.month(), date.day()},
-                   0,
-                   date.year(),
-                   false,
-                   date.julian_day(),
-                   ka_time_and_date::default_time_zone()},
-                  true);
+    const std::uint64_t rows = read.rows_left() & rows_of_need(true);
+    return rows == 0 || agrees(read, rows,
+                               {{0, 0, 0, date.month(), date.day()},
+                                0,
+                                date.year(),
+                                false,
+                                date.julian_day(),
+                                ka_time_and_date::default_time_zone()});
 }
 
 bool resolve(text_reader& read, ka_time& time)
@@ -135,6 +146,9 @@ bool resolve(text_reader& read, ka_time& time)
     const int microsecond = read.tells(field::microsecond) ? read.take(field::microsecond) : 0;
     time = ka_time(static_cast<unsigned short>(hour), static_cast<unsigned short>(minute),
                    static_cast<unsigned short>(second), static_cast<unsigned int>(microsecond));
+    const std::uint64_t rows = read.rows_left() & rows_of_need(false);
+    if (rows == 0)
+        return true;
     const printed_value value = {{static_cast<unsigned int>(hour), static_cast<unsigned int>(minute),
                                   static_cast<unsigned int>(told_second), 0, 0},
                                  static_cast<unsigned int>(microsecond),
@@ -142,5 +156,5 @@ bool resolve(text_reader& read, ka_time& time)
                                  false,
                                  0,
                                  ka_time_and_date::default_time_zone()};
-    return agrees(read, value, false);
+    return agrees(read, rows, value);
 }

@@ -1,6 +1,8 @@
 #include "translate.h"
 
+#include <charconv>
 #include <string_view>
+#include <system_error>
 
 #include <time/inline/codes.h>
 
@@ -36,6 +38,29 @@ constexpr int deepest = 4;
 
 std::string translated(const platform::named_locale& locale, std::string_view layout, int depth);
 
+/// The fifth of May in a year of this millennium.
+std::tm fields_of(int year)
+{
+    std::tm fields = {};
+    fields.tm_year = year - 1900;
+    fields.tm_mon = 4;
+    fields.tm_mday = 5;
+    return fields;
+}
+
+/// What `%E` or `%O` in front of a code asks for, or nothing.
+std::string translated_alternate(const platform::named_locale& locale, char modifier, char letter)
+{
+    if (modifier == 'E' && letter == 'C')
+        return locale_text(locale, "%EC", fields_of(2024));
+    const char code = modifier == 'E' ? (letter == 'y' ? 'Y' : '\0') : modifier == 'O' ? letter : '\0';
+    const std::size_t place = code == '\0' || (modifier == 'O' && code == 'Y')
+                                  ? alternate_numbers::letters.npos
+                                  : alternate_numbers::letters.find(code);
+    return place == alternate_numbers::letters.npos ? std::string()
+                                                    : std::string{'%', static_cast<char>(place + 1)};
+}
+
 std::string translated_code(const platform::named_locale& locale, char letter, bool is_unpadded, int depth)
 {
     if (letter == 'c' || letter == 'x' || letter == 'X' || letter == 'r') {
@@ -68,7 +93,9 @@ std::string translated(const platform::named_locale& locale, std::string_view la
         if (place == layout.npos)
             break;
         const bool is_unpadded = layout[first] == '-' || layout[first] == '_';
-        const std::string code = translated_code(locale, layout[place], is_unpadded, depth);
+        std::string code = translated_alternate(locale, layout[place - 1], layout[place]);
+        if (code.empty())
+            code = translated_code(locale, layout[place], is_unpadded, depth);
         if (code.empty() && format.ends_with(' '))
             format.pop_back();
         format += code;
@@ -81,4 +108,22 @@ std::string translated(const platform::named_locale& locale, std::string_view la
 std::string translated_layout(const platform::named_locale& locale, char layout)
 {
     return translated_code(locale, layout, false, 0);
+}
+
+std::string locale_text(const platform::named_locale& locale, const char* code, const std::tm& fields)
+{
+    char buffer[128];
+    return {buffer, locale.format_time(buffer, sizeof buffer, code, fields)};
+}
+
+alternate_numbers alternates_of(const platform::named_locale& locale)
+{
+    alternate_numbers alternates;
+    for (int number = 0; number < 100; ++number)
+        alternates.digits[number] = locale_text(locale, "%Oy", fields_of(2000 + number));
+    const std::string year = locale_text(locale, "%Ey", fields_of(2024));
+    int number = 0;
+    if (std::from_chars(year.data(), year.data() + year.size(), number).ec == std::errc() && number > 100)
+        alternates.era_offset = number - 2024;
+    return alternates;
 }
