@@ -40,7 +40,8 @@ struct tzif_bytes {
         std::size_t characters = 0;
         for (const type& one : types)
             characters += one.name.size() + 1;
-        std::string text = std::string("TZif") + version + std::string(15, '\0');
+        std::string text = "TZif";
+        text.append(1, version).append(15, '\0');
         for (const std::size_t count :
              {std::size_t{0}, std::size_t{0}, leaps.size(), changes.size(), types.size(), characters})
             text += number(static_cast<long long>(count), 4);
@@ -57,7 +58,7 @@ struct tzif_bytes {
         for (const type& one : types) {
             text +=
                 number(one.east, 4) + number(one.is_dst, 1) + number(static_cast<long long>(names.size()), 1);
-            names += one.name + '\0';
+            names.append(one.name).append(1, '\0');
         }
         text += names;
         for (const leap& one : leaps)

@@ -47,6 +47,11 @@ struct ka_access {
     {
         return ka_time_zone::name(stem, offset);
     }
+    /// The name without its number, in standard or in daylight time.
+    static const std::string& stem(const ka_time_zone& zone, bool is_dst) noexcept
+    {
+        return is_dst ? zone.dst_name_ : zone.name_;
+    }
     /// Has a zone go by a table, until a rule is inserted. The zone's offset is of
     /// whole seconds, and the table moves no clock by a week or more. The rules
     /// stay the zone's own: those of the built-in zones define their tables.

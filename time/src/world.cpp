@@ -2,6 +2,8 @@
 
 #include <ctime>
 
+#include "access.h"
+#include "clock/general_path.h"
 #include "throw.h"
 #include "world/zone_library.h"
 
@@ -23,39 +25,19 @@ ka_time_and_date ka_present(const ka_time_zone& zone)
     return moment;
 }
 
-namespace {
-
-/// The table of a zone of the world that has rules, or null.
-const rules::table* table_of(const ka_time_zone& zone) noexcept
-{
-    struct opened : ka_time_zone {
-        using ka_time_zone::rule;
-    };
-    const ka_time_zone_rule* (ka_time_zone::*const in_slot)(int) const noexcept = &opened::rule;
-    const auto* const rule = dynamic_cast<const world::kind_rule*>((zone.*in_slot)(0));
-    return rule != nullptr ? &rule->table() : nullptr;
-}
-
-}
-
 ka_time_period ka_offset(const ka_time_and_date& moment)
 {
-    return moment.time_zone().offset(moment.std_time(), moment.std_date());
+    const ka_time_zone& zone = moment.time_zone();
+    const rules::effect effect = clocks::effect_in_general(ka_access::instant(moment), zone);
+    return effect.is_moved ? zone.offset() - effect.adjustment : zone.offset();
 }
 
 std::string ka_zone_abbreviation(const ka_time_and_date& moment)
 {
     const ka_time_zone& zone = moment.time_zone();
-    const ka_time time = moment.std_time();
-    const ka_date date = moment.std_date();
-    if (const rules::table* const table = table_of(zone)) {
-        const long long second = date.julian_day() * 86400ll + ka_time_period(time).to_seconds();
-        return table->abbreviations + rules::kind_by_standard(*table, second).abbreviation;
-    }
-    // The number of a name is that of the whole hours.
-    const std::string name = zone.name(time, date);
-    const std::string hours = std::to_string(ka_offset(moment).to_hours());
-    return name.ends_with(hours) ? name.substr(0, name.size() - hours.size()) : name;
+    const rules::effect effect = clocks::effect_in_general(ka_access::instant(moment), zone);
+    const char* const all = effect.told != nullptr ? ka_access::changes(zone).abbreviations : nullptr;
+    return all != nullptr ? all + effect.told->abbreviation : ka_access::stem(zone, effect.is_dst);
 }
 
 struct ka_zone_store::shelf : world::zone_library {

@@ -16,10 +16,13 @@ namespace {
 /// The largest file of the public data has less than 4 KB.
 constexpr std::size_t most_bytes = 256 * 1024;
 constexpr std::size_t longest_name = 200;
-/// What a message shows of names, texts and folders, so that all of them show.
-constexpr std::size_t longest_shown = 100;
-
-std::string_view shown(std::string_view text) noexcept { return text.substr(0, longest_shown); }
+/// What a message shows of names, texts and folders, so that all of them show. A
+/// NUL would end the message.
+std::string_view shown(std::string_view text) noexcept
+{
+    constexpr std::size_t longest = 100;
+    return text.substr(0, std::min(longest, text.find('\0')));
+}
 
 /// Whether a name stays in its folder: parts with '/' between them, none of
 /// which begins with a dot, in characters that mean nothing to a file system.

@@ -21,7 +21,7 @@ kind_rule::kind_rule(const rules::table& table, const rules::kind& told) noexcep
 bool kind_rule::is_in_effect(const ka_time& time, const ka_date& date) const
 {
     const long long second = date.julian_day() * 86400ll + ka_time_period(time).to_seconds();
-    return rules::kind_by_standard(table_, second) == told_;
+    return rules::kind_by_local(table_, second) == told_;
 }
 
 loaded_zone::loaded_zone(std::string_view name, const zone_data& data)

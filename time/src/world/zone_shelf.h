@@ -14,13 +14,13 @@
 
 namespace world {
 
-/// One of the kinds of a table as a rule, for those who ask a zone for its rules.
+/// One of the kinds of a table as a rule, for those who ask a zone for its rules:
+/// it is asked on the local clock.
 class kind_rule final : public ka_time_zone_rule {
 public:
     kind_rule(const rules::table& table, const rules::kind& told) noexcept;
 
     bool is_in_effect(const ka_time& time, const ka_date& date) const override;
-    const rules::table& table() const noexcept { return table_; }
 
 private:
     const rules::table& table_;

@@ -35,7 +35,7 @@ zone_table::zone_table(const zone_data& data)
     add_told_changes(data);
     told_ = read_at_.size();
     if (data.has_rules && data.rules.has_summer)
-        add_yearly_changes(data.rules);
+        add_yearly_changes(data);
     set_timelines();
     set_span();
     fill_index();
@@ -135,17 +135,18 @@ std::vector<zone_table::yearly_change> zone_table::yearly_changes(const yearly_r
     return changes;
 }
 
-void zone_table::add_yearly_changes(const yearly_rules& rules)
+void zone_table::add_yearly_changes(const zone_data& data)
 {
     // Rules alone hold for ever; one round of years tells all of them.
-    const long long after = read_at_.empty() ? unix_epoch : read_at_.back() - base_east_;
+    is_endless_ = data.at.empty();
+    const long long after = is_endless_ ? unix_epoch : clamped(data.at.back());
     read_at_.reserve(read_at_.size() + most_yearly_changes);
     kind_of_.reserve(kind_of_.size() + most_yearly_changes);
-    for (const yearly_change& change : yearly_changes(rules, after))
+    for (const yearly_change& change : yearly_changes(data.rules, after))
         if (change.at > after)
             add_change(change.at, change.kind);
     is_yearly_ = read_at_.size() > told_ + 1;
-    if (!is_yearly_ && told_ == 0 && !read_at_.empty()) {
+    if (is_endless_ && !is_yearly_ && !read_at_.empty()) {
         // It is summer all the year.
         kind_of_.erase(kind_of_.begin());
         read_at_.clear();
@@ -177,7 +178,7 @@ void zone_table::set_span()
         // From the first change by the rules on, all comes again.
         end = read_at_[told_] + fold + week;
         view_.folds_forward = true;
-        view_.folds_back = told_ == 0;
+        view_.folds_back = is_endless_;
         const auto kept = static_cast<std::size_t>(
             std::lower_bound(read_at_.begin(), read_at_.end(), end + week) - read_at_.begin());
         read_at_.resize(kept);

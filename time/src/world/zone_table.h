@@ -36,7 +36,7 @@ private:
     void add_told_changes(const zone_data& data);
     /// More than 400 years of changes, in order, from before a time on.
     std::vector<yearly_change> yearly_changes(const yearly_rules& rules, long long after);
-    void add_yearly_changes(const yearly_rules& rules);
+    void add_yearly_changes(const zone_data& data);
     void set_timelines();
     void set_span();
     /// The row of each change, and one for the end.
@@ -58,6 +58,8 @@ private:
     /// The number of changes before those of yearly rules.
     std::size_t told_ = 0;
     bool is_yearly_ = false;
+    /// Whether the rules hold in all years.
+    bool is_endless_ = false;
     rules::table view_;
 };
 
