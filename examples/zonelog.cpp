@@ -1,7 +1,8 @@
 // Rewrites the stamps of a log, seconds since 1970 at the start of each line,
-// as local time: zonelog ZONE FORMAT [FILE]
+// as local time: zonelog ZONE FORMAT [FILE]. The zone is one of the world's, or a
+// built-in one.
 //
-//     $ echo '1720130400.25 door opened' | zonelog central_european '%d %b %T.%q'
+//     $ echo '1720130400.25 door opened' | zonelog Europe/Berlin '%d %b %T.%q'
 //     05 Jul 00:00:00.250000 door opened
 
 #include <algorithm>
@@ -21,6 +22,7 @@
 #include <vector>
 
 #include <time/time_varnel.h>
+#include <time/world.h>
 
 #include "zones.h"
 
@@ -226,13 +228,20 @@ int run(std::streambuf& in, const ka_time_zone& zone, const char* format)
     return 0;
 }
 
-int refuse_zone(const char* name)
+/// Null, with a message, where there is no such zone.
+const ka_time_zone* zone_of(const char* name)
 {
-    std::fprintf(stderr, "zonelog: no zone \"%s\"; the zones are", name);
-    for (const named_zone& each : zones)
-        std::fprintf(stderr, " %s", each.name);
-    std::fputc('\n', stderr);
-    return 2;
+    if (const named_zone* const built_in = find_zone(name))
+        return &built_in->zone();
+    try {
+        return &ka_zone(name);
+    } catch (const ka_time_varnel_error& error) {
+        std::fprintf(stderr, "zonelog: %s; the built-in zones are", error.what());
+        for (const named_zone& each : zones)
+            std::fprintf(stderr, " %s", each.name);
+        std::fputc('\n', stderr);
+        return nullptr;
+    }
 }
 
 }
@@ -243,9 +252,9 @@ int main(int argc, char** argv)
         std::fputs("usage: zonelog ZONE FORMAT [FILE]\n", stderr);
         return 2;
     }
-    const named_zone* const named = find_zone(argv[1]);
-    if (named == nullptr)
-        return refuse_zone(argv[1]);
+    const ka_time_zone* const zone = zone_of(argv[1]);
+    if (zone == nullptr)
+        return 2;
 
 #ifdef SIGPIPE
     std::signal(SIGPIPE, SIG_IGN); // a closed pipe shows as a failed write
@@ -258,5 +267,5 @@ int main(int argc, char** argv)
         std::perror(("zonelog: " + std::string(argv[3])).c_str());
         return 1;
     }
-    return run(argc == 4 ? file : *std::cin.rdbuf(), named->zone(), argv[2]);
+    return run(argc == 4 ? file : *std::cin.rdbuf(), *zone, argv[2]);
 }

@@ -42,6 +42,7 @@ check utc "$stamp" "$far" "$far" '0 0 5'
 check pacific "$stamp" '-210863491201\n971859456000' '-210863491201\n971859456000' '0 0 2'
 check south_africa "$stamp" '-210863527201\n971859416400' '-210863527201\n971859416400' '0 0 2'
 check pacific '%H:%M %Z' '1710064799\n1710064800\n' '01:59 PST8\n03:00 PDT7\n' '2 0 0'
+check Europe/Kyiv '%H:%M %Z' '1711846799\n1711846800\n' '02:59 EET-2\n04:00 EEST-3\n' '2 0 0'
 
 # Lines longer than any block, and stamps longer than any number: these are bad,
 # wherever they end.
@@ -92,7 +93,7 @@ refused() {
     [ "$status" -eq "$expected" ] && [ ! -s output ] && [ "$(grep -c '' summary)" -eq 1 ] || fail "refused: $*"
     grep -q "$message" summary || fail "'$message' is not said of: $*"
 }
-refused 2 '"atlantis"; the zones are hawaii .* israel$' atlantis %H
+refused 2 'Zone( atlantis ).*; the built-in zones are hawaii .* israel$' atlantis %H
 refused 2 '^usage' utc
 refused 1 'nowhere: No such file' utc %H nowhere
 refused 1 'cannot read: Is a directory' utc %H .
