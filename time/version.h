@@ -7,7 +7,7 @@
 ///
 ///     ka_time_varnel_version() >= KA_TIME_VARNEL_VERSION;    // true
 #define KA_TIME_VARNEL_VERSION_MAJOR 1
-#define KA_TIME_VARNEL_VERSION_MINOR 0
+#define KA_TIME_VARNEL_VERSION_MINOR 1
 #define KA_TIME_VARNEL_VERSION_PATCH 0
 #define KA_TIME_VARNEL_VERSION                                                                               \
     (KA_TIME_VARNEL_VERSION_MAJOR * 10000 + KA_TIME_VARNEL_VERSION_MINOR * 100 + KA_TIME_VARNEL_VERSION_PATCH)
