@@ -182,7 +182,7 @@ TEST(World, TextsAreRefusedAtTheFirstWrongCharacter)
     for (const auto& [text, what, at] : rows)
         expect_error("failure",
                      std::string("TZ string( ") + text + " ), at( " + std::to_string(at) + " ): " + what,
-                     place, [&] { store.posix_zone(text); });
+                     place, [&, zone_text = text] { store.posix_zone(zone_text); });
 }
 
 TEST(World, NamesStayInTheFolder)

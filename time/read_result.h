@@ -45,6 +45,10 @@ public:
     [[noreturn]] void raise() const;
 
 private:
+    /// None, ever: it makes the class one of constant expressions, and with it
+    /// the results that hold a value.
+    constexpr ka_read_failure() noexcept {}
+
     std::size_t position_;
     std::size_t length_;
     int code_;
