@@ -57,7 +57,7 @@ public:
     constexpr ka_date() noexcept = default;
 
     /// The date of a day number, 38 to 13688960; else `invalid_day`.
-    constexpr ka_date(int julian_day) : julian_day_(checked_day(julian_day)) {}
+    constexpr ka_date(int julian_day);
     template <ka_integer Number>
     constexpr ka_date(Number julian_day) : julian_day_(checked_day(julian_day))
     {}

@@ -22,8 +22,6 @@ constexpr ka_calendar_date::ka_calendar_date(const ka_time_period& when, ka_inte
     : when_(checked_when(when)), month_(checked_month(month)), weekday_(checked_weekday(weekday)), week_(week)
 {}
 
-constexpr ka_date ka_calendar_date::date(short year) const { return date<short>(year); }
-
 constexpr ka_date ka_calendar_date::date(ka_integer auto year) const
 {
     if (!ka_date::is_year(year))
@@ -32,7 +30,7 @@ constexpr ka_date ka_calendar_date::date(ka_integer auto year) const
     return is_formula() ? ka_date(week_, weekday_, month_, valid) : ka_date(month_, day_, valid);
 }
 
-constexpr void ka_calendar_date::day(unsigned short day) { this->day<unsigned short>(day); }
+constexpr ka_date ka_calendar_date::date(short year) const { return date<short>(year); }
 
 constexpr void ka_calendar_date::day(ka_integer auto day)
 {
@@ -40,16 +38,18 @@ constexpr void ka_calendar_date::day(ka_integer auto day)
     week_ = ka_none;
 }
 
-constexpr void ka_calendar_date::weekday(ka_which_one week, unsigned short weekday)
-{
-    this->weekday<unsigned short>(week, weekday);
-}
+constexpr void ka_calendar_date::day(unsigned short day) { this->day<unsigned short>(day); }
 
 constexpr void ka_calendar_date::weekday(ka_which_one week, ka_integer auto weekday)
 {
     weekday_ = checked_weekday(weekday);
     week_ = week;
     day_ = 0;
+}
+
+constexpr void ka_calendar_date::weekday(ka_which_one week, unsigned short weekday)
+{
+    this->weekday<unsigned short>(week, weekday);
 }
 
 constexpr const ka_time_period& ka_calendar_date::checked_when(const ka_time_period& when)

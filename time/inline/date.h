@@ -5,7 +5,17 @@
 #include <time/date.h>
 
 // A number that `int` does not hold stands as 0 where it is checked: there is
-// no year, month, day or weekday 0.
+// no year, month, day or weekday 0. Templates stand in front of the operations
+// that call them: clang 14 makes them for a constant expression no other way.
+
+constexpr int ka_date::checked_day(ka_integer auto julian_day)
+{
+    if (!is_julian_day(julian_day))
+        refuse_day(julian_day);
+    return static_cast<int>(julian_day);
+}
+
+constexpr ka_date::ka_date(int julian_day) : julian_day_(checked_day(julian_day)) {}
 
 constexpr ka_date::ka_date(ka_integer auto month, ka_integer auto day, ka_integer auto year)
 {
@@ -39,12 +49,6 @@ constexpr void ka_date::date(ka_integer auto month, ka_integer auto day, ka_inte
                                            ka_gregorian::to_astronomical(static_cast<int>(year)));
 }
 
-[[gnu::always_inline]] constexpr void ka_date::date(const ka_which_one& which, unsigned short weekday,
-                                                    unsigned short month, short year)
-{
-    date<unsigned short, unsigned short, short>(which, weekday, month, year);
-}
-
 [[gnu::always_inline]] constexpr void ka_date::date(const ka_which_one& which, ka_integer auto weekday,
                                                     ka_integer auto month, ka_integer auto year)
 {
@@ -57,6 +61,12 @@ constexpr void ka_date::date(ka_integer auto month, ka_integer auto day, ka_inte
 
     julian_day_ =
         nth_weekday(which, static_cast<int>(weekday), static_cast<int>(month), static_cast<int>(year));
+}
+
+[[gnu::always_inline]] constexpr void ka_date::date(const ka_which_one& which, unsigned short weekday,
+                                                    unsigned short month, short year)
+{
+    date<unsigned short, unsigned short, short>(which, weekday, month, year);
 }
 
 /// Of a valid weekday, month and year. A day within the month is one of the
@@ -104,8 +114,6 @@ constexpr unsigned short ka_date::weekday() const noexcept
     return static_cast<unsigned short>(ka_gregorian::weekday(julian_day_));
 }
 
-constexpr ka_date ka_date::next(unsigned short weekday) const { return next<unsigned short>(weekday); }
-
 constexpr ka_date ka_date::next(ka_integer auto weekday) const
 {
     ka_date found(julian_day_ + 1);
@@ -113,10 +121,7 @@ constexpr ka_date ka_date::next(ka_integer auto weekday) const
     return found;
 }
 
-constexpr ka_date ka_date::previous(unsigned short weekday) const
-{
-    return previous<unsigned short>(weekday);
-}
+constexpr ka_date ka_date::next(unsigned short weekday) const { return next<unsigned short>(weekday); }
 
 constexpr ka_date ka_date::previous(ka_integer auto weekday) const
 {
@@ -127,9 +132,9 @@ constexpr ka_date ka_date::previous(ka_integer auto weekday) const
     return found;
 }
 
-constexpr unsigned short ka_date::week_of_year(unsigned short first) const
+constexpr ka_date ka_date::previous(unsigned short weekday) const
 {
-    return week_of_year<unsigned short>(first);
+    return previous<unsigned short>(weekday);
 }
 
 constexpr unsigned short ka_date::week_of_year(ka_integer auto first) const
@@ -140,6 +145,11 @@ constexpr unsigned short ka_date::week_of_year(ka_integer auto first) const
     if (julian_day_ < week_1)
         return 0;
     return static_cast<unsigned short>((julian_day_ - week_1) / 7 + 1);
+}
+
+constexpr unsigned short ka_date::week_of_year(unsigned short first) const
+{
+    return week_of_year<unsigned short>(first);
 }
 
 constexpr bool ka_date::operator==(const ka_date& other) const noexcept
@@ -223,12 +233,12 @@ constexpr bool ka_date::is_julian_day(ka_integer auto julian_day) noexcept
     return ka_gregorian::is_day_number(ka_integers::int_or(0, julian_day));
 }
 
-constexpr bool ka_date::is_leap_year(short year) noexcept { return is_leap_year<short>(year); }
-
 constexpr bool ka_date::is_leap_year(ka_integer auto year) noexcept
 {
     return is_year(year) && ka_gregorian::is_leap(ka_gregorian::to_astronomical(static_cast<int>(year)));
 }
+
+constexpr bool ka_date::is_leap_year(short year) noexcept { return is_leap_year<short>(year); }
 
 constexpr bool ka_date::is_day_in_month(unsigned short month, unsigned short day, short year) noexcept
 {
@@ -242,8 +252,6 @@ constexpr bool ka_date::is_day_in_month(ka_integer auto month, ka_integer auto d
                                  ka_integers::int_or(0, year));
 }
 
-constexpr unsigned short ka_date::days_in_year(short year) { return days_in_year<short>(year); }
-
 constexpr unsigned short ka_date::days_in_year(ka_integer auto year)
 {
     if (!ka_integers::is_in(SHRT_MIN, year, SHRT_MAX))
@@ -253,10 +261,7 @@ constexpr unsigned short ka_date::days_in_year(ka_integer auto year)
     return is_leap_year(year) ? 366 : 365;
 }
 
-constexpr unsigned short ka_date::days_in_month(unsigned short month, short year)
-{
-    return days_in_month<unsigned short, short>(month, year);
-}
+constexpr unsigned short ka_date::days_in_year(short year) { return days_in_year<short>(year); }
 
 constexpr unsigned short ka_date::days_in_month(ka_integer auto month, ka_integer auto year)
 {
@@ -266,9 +271,9 @@ constexpr unsigned short ka_date::days_in_month(ka_integer auto month, ka_intege
     return static_cast<unsigned short>(ka_gregorian::month_length(static_cast<int>(month), is_leap));
 }
 
-constexpr int ka_date::calc_julian_day(unsigned short month, unsigned short day, short year)
+constexpr unsigned short ka_date::days_in_month(unsigned short month, short year)
 {
-    return calc_julian_day<unsigned short, unsigned short, short>(month, day, year);
+    return days_in_month<unsigned short, short>(month, year);
 }
 
 constexpr int ka_date::calc_julian_day(ka_integer auto month, ka_integer auto day, ka_integer auto year)
@@ -291,6 +296,11 @@ constexpr int ka_date::calc_julian_day(ka_integer auto month, ka_integer auto da
     return ka_gregorian::is_year(known_year)
                ? ka_gregorian::day_number(known_month, static_cast<int>(day), counted)
                : ka_gregorian::day_number_of_no_year(known_month, static_cast<int>(day), counted);
+}
+
+constexpr int ka_date::calc_julian_day(unsigned short month, unsigned short day, short year)
+{
+    return calc_julian_day<unsigned short, unsigned short, short>(month, day, year);
 }
 
 constexpr void ka_date::calc_calendar_date(int julian_day, unsigned short* month, unsigned short* day,
@@ -334,13 +344,6 @@ constexpr ka_date::ka_date(const ka_time_period& since_day_zero) : julian_day_(s
 {
     if (!is_julian_day(julian_day_))
         refuse_whole_days(julian_day_);
-}
-
-constexpr int ka_date::checked_day(ka_integer auto julian_day)
-{
-    if (!is_julian_day(julian_day))
-        refuse_day(julian_day);
-    return static_cast<int>(julian_day);
 }
 
 constexpr unsigned short ka_date::checked_weekday(ka_integer auto weekday)
