@@ -8,8 +8,6 @@
 /// with hidden visibility, so a class without this mark stays inside it.
 #if defined(__GNUC__)
 #define KA_TIME_VARNEL_API __attribute__((visibility("default")))
-#define KA_TIME_VARNEL_INTERNAL __attribute__((visibility("hidden")))
 #else
 #define KA_TIME_VARNEL_API
-#define KA_TIME_VARNEL_INTERNAL
 #endif

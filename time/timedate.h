@@ -183,7 +183,6 @@ protected:
 
 private:
     friend struct ka_access;
-    friend struct ka_locale_text;
 
     // What the binary interface fixes: who starts and stops the library and reads
     // its statics, what is built from these, and the fields of a moment.

@@ -65,5 +65,6 @@ struct ka_access {
     // Moments.
 
     struct statics;
+    struct user_language;
     static const ka_time_period& instant(const ka_time_and_date& moment) noexcept { return moment.instant_; }
 };

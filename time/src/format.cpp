@@ -6,11 +6,16 @@
 #include "text/print_inline.h"
 #include "text/values.h"
 
-constinit const ka_language_texts ka_locale_text::user = {
-    ka_time_and_date::month_name_,   ka_time_and_date::month_abbr_,  ka_time_and_date::weekday_name_,
-    ka_time_and_date::weekday_abbr_, &ka_time_and_date::am_name_,    &ka_time_and_date::pm_name_,
-    &ka_time_and_date::ad_name_,     &ka_time_and_date::bc_name_,    &ka_time_and_date::format_timedate_,
-    &ka_time_and_date::format_date_, &ka_time_and_date::format_time_};
+/// Opens to the engine what start has found.
+struct ka_access::user_language {
+    static constexpr ka_language_texts texts = {
+        ka_time_and_date::month_name_,   ka_time_and_date::month_abbr_,  ka_time_and_date::weekday_name_,
+        ka_time_and_date::weekday_abbr_, &ka_time_and_date::am_name_,    &ka_time_and_date::pm_name_,
+        &ka_time_and_date::ad_name_,     &ka_time_and_date::bc_name_,    &ka_time_and_date::format_timedate_,
+        &ka_time_and_date::format_date_, &ka_time_and_date::format_time_};
+};
+
+constinit const ka_language_texts ka_locale_text::user = ka_access::user_language::texts;
 
 namespace {
 

@@ -28,7 +28,7 @@ struct ka_language_texts {
     const alternate_numbers* alternates = nullptr;
 };
 
-/// Opens to the engine what start has found.
+/// What start has found.
 struct ka_locale_text {
     /// The user's language.
     static const ka_language_texts user;
