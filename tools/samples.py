@@ -16,7 +16,7 @@ a sample, and so do the pages that are made of them.
 import os, re, subprocess, sys
 from pathlib import Path
 
-PAGES = {"README.md", "docs/cookbook.md", "docs/moving.md", "docs/zones.md"}
+PAGES = {"README.md", "docs/beside.md", "docs/pitfalls.md", "docs/cookbook.md", "docs/moving.md", "docs/zones.md"}
 WITHOUT = {"time/export.h", "time/time_varnel.h"}
 RESULT = re.compile(r'("(?:[^"\\]|\\.)*"|true|false|\d\d:\d\d(?::\d\d)?|\d+ [A-Z][a-z]+ -?\d+'
                     r'|-?[\d.]+ (?:day|hour|minute|second)s?|-?\d+(?:\.\d+)?)(?=$|[,:;] )')
