@@ -212,8 +212,9 @@ TEST(World, AStoreReadsAFolder)
     folder.write("Area/One", sample.file());
     folder.write("notes", "text");
     folder.write("long", std::string(1 << 20, 'x'));
-    std::filesystem::create_directory_symlink(folder.path, folder.path / "Area/again");
-    const ka_zone_store store(folder.path);
+    std::error_code no_links;
+    std::filesystem::create_directory_symlink(folder.path, folder.path / "Area/again", no_links);
+    const ka_zone_store store(folder.path.string());
     EXPECT_EQ(store.names(), std::vector<std::string>{"Area/One"});
     EXPECT_EQ(store.zone("Area/One").name(), "CET-1");
     const std::string root = folder.path.string();
@@ -230,7 +231,7 @@ TEST(World, AStoreReadsAFolder)
     const ka_time_zone& loaded = store.zone("Area/One");
     folder.write("Area/One", tzif_bytes().file());
     EXPECT_EQ(&store.zone("Area/One"), &loaded);
-    EXPECT_EQ(ka_zone_store(folder.path).zone("Area/One").name(), "UTC0");
+    EXPECT_EQ(ka_zone_store(folder.path.string()).zone("Area/One").name(), "UTC0");
 }
 
 TEST(World, ThreadsGetOneZone)

@@ -5,8 +5,10 @@
 #endif
 
 /// Marks what the shared library exports. Everything in the library is built
-/// with hidden visibility, so a class without this mark stays inside it.
-#if defined(__GNUC__)
+/// with hidden visibility, so a class without this mark stays inside it. A DLL
+/// has no visibility: it exports by the list alone, and mingw's linker finds
+/// data in it without a mark.
+#if defined(__GNUC__) && !defined(_WIN32)
 #define KA_TIME_VARNEL_API __attribute__((visibility("default")))
 #else
 #define KA_TIME_VARNEL_API

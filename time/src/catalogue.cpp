@@ -1,6 +1,7 @@
 #include <time/zone.h>
 
 #include "access.h"
+#include "platform/load.h"
 #include "release.h"
 #include "rules/catalogue_tables.h"
 

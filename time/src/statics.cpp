@@ -1,5 +1,6 @@
 #include <iterator>
 
+#include "platform/load.h"
 #include "release.h"
 #include "start/statics.h"
 

@@ -4,6 +4,7 @@
 
 #include "clock/local_clock.h"
 #include "clock/setting.h"
+#include "platform/load.h"
 #include "platform/platform.h"
 #include "throw.h"
 

@@ -1,9 +1,8 @@
 #include <time/world.h>
 
-#include <ctime>
-
 #include "access.h"
 #include "clock/general_path.h"
+#include "platform/platform.h"
 #include "throw.h"
 #include "world/zone_library.h"
 
@@ -17,10 +16,10 @@ const ka_time_zone& ka_posix_zone(std::string_view text) { return world::common_
 
 ka_time_and_date ka_present(const ka_time_zone& zone)
 {
-    std::timespec now = {};
-    if (std::timespec_get(&now, TIME_UTC) == 0)
+    platform::split_seconds now = {};
+    if (!platform::read_universal_clock(now))
         throw_error(ka_failure, {KA_SOURCE, __LINE__}, "Could not determine current time and date");
-    ka_time_and_date moment(ka_time_period(now.tv_sec, static_cast<int>(now.tv_nsec / 1000)));
+    ka_time_and_date moment(ka_time_period(now.seconds, static_cast<int>(now.microseconds)));
     moment.time_zone(zone);
     return moment;
 }

@@ -8,8 +8,6 @@
 #include <cstdlib>
 #include <utility>
 
-#include <time/time_varnel.h>
-
 namespace platform {
 
 namespace {
@@ -69,6 +67,15 @@ wall_clock read_wall_clock() noexcept
     if (clock_gettime(CLOCK_REALTIME, &now) != 0)
         return {no_clock, 0};
     return {local_time(now.tv_sec), static_cast<int>(now.tv_nsec / 1000000)};
+}
+
+bool read_universal_clock(split_seconds& now) noexcept
+{
+    struct timespec clock = {};
+    if (clock_gettime(CLOCK_REALTIME, &clock) != 0)
+        return false;
+    now = {clock.tv_sec, clock.tv_nsec / 1000};
+    return true;
 }
 
 void read_time_zone() noexcept { tzset(); }
@@ -154,13 +161,5 @@ std::size_t named_locale::format_time(char* buffer, std::size_t size, const char
 {
     return strftime_l(buffer, size, format, &value, static_cast<locale_t>(locale_));
 }
-
-}
-
-namespace {
-
-[[gnu::constructor]] void on_load() { ka_init_time_varnel(); }
-
-[[gnu::destructor]] void on_unload() { ka_exit_time_varnel(); }
 
 }

@@ -13,7 +13,7 @@
 /// unload of the library.
 namespace platform {
 
-/// The seconds and microseconds of the platform's `timeval`.
+/// Seconds and microseconds, of the platform's `timeval` for one.
 struct split_seconds {
     long long seconds;
     long long microseconds;
@@ -43,6 +43,9 @@ struct wall_clock {
     }
 };
 wall_clock read_wall_clock() noexcept;
+
+/// The universal clock, since 1970. Returns whether there is one.
+bool read_universal_clock(split_seconds& now) noexcept;
 
 /// Has the runtime read the machine's time zone again.
 void read_time_zone() noexcept;
