@@ -21,8 +21,6 @@
 
 namespace {
 
-constexpr const char* stamp = "%Y-%m-%d %H:%M:%S";
-
 /// "UTC+05:30": an offset as people write it, positive in the east.
 std::string ahead_of_utc(const ka_time_period& offset)
 {
