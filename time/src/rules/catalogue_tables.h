@@ -34,14 +34,14 @@ constexpr long long second_of(const point_row& point, int year)
     return day * 86400ll + point.hour * 3600;
 }
 
-/// The rule of a year, or null. No two rules of a zone share a year.
-constexpr const rule_row* rule_of_year(const rule_list& list, int year)
+/// The rule of a year, or `rule_count`. No two rules of a zone share a year.
+constexpr rule_id rule_of_year(const rule_list& list, int year)
 {
     for (const rule_id id : list.rules)
         if (id != rule_count && rule_table[id].first_year <= year &&
             (year <= rule_table[id].last_year || rule_table[id].last_year == open_ended))
-            return &rule_table[id];
-    return nullptr;
+            return id;
+    return rule_count;
 }
 
 constexpr int first_year(const rule_list& list)
@@ -84,13 +84,13 @@ struct built_changes {
     static constexpr timeline changes = [] {
         timeline line;
         for (int year = first_year(List); year < end_year(List); ++year) {
-            const rule_row* const rule = rule_of_year(List, year);
-            if (rule == nullptr) {
+            const rule_id rule = rule_of_year(List, year);
+            if (rule == rule_count) {
                 line.put(new_year(year), false);
                 continue;
             }
-            const long long start = second_of(point_table[rule->start], year);
-            const long long end = second_of(point_table[rule->end], year);
+            const long long start = second_of(point_table[rule_table[rule].start], year);
+            const long long end = second_of(point_table[rule_table[rule].end], year);
             line.put(new_year(year), end < start);
             line.put(std::min(start, end), start < end);
             line.put(std::max(start, end), end < start);
