@@ -22,25 +22,17 @@ constexpr char upper_case(char letter)
     return 'a' <= letter && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
 }
 
-}
-
-std::string ka_wint::to_string(ka_base radix, bool upper) const
+/// Apart, so that it costs decimal texts nothing.
+[[gnu::noinline]] std::string power_of_two_text(bool is_negative, unsigned long long magnitude, ka_base radix,
+                                                bool upper)
 {
-    if (!is_power_of_two(radix)) {
-        char text[1 + most_digits];
-        char* begin = write_in_twenty_places(text + 1, magnitude());
-        if (negative_)
-            *--begin = '-';
-        return std::string(begin, static_cast<std::size_t>(text + sizeof text - begin));
-    }
-
-    char text[1 + binary_digits];
     char digits[binary_digits];
-    char* const end = std::to_chars(digits, digits + sizeof digits, magnitude(), radix).ptr;
+    char* const end = std::to_chars(digits, digits + sizeof digits, magnitude, radix).ptr;
     const auto count = static_cast<std::size_t>(end - digits);
 
+    char text[1 + binary_digits];
     char* out = text;
-    if (negative_)
+    if (is_negative)
         *out++ = '-';
     if (radix == ka_octal || radix == ka_hexadecimal)
         *out++ = '0';
@@ -51,6 +43,19 @@ std::string ka_wint::to_string(ka_base radix, bool upper) const
     out = radix == ka_hexadecimal && upper ? std::transform(digits, end, out, upper_case)
                                            : std::copy(digits, end, out);
     return std::string(text, out);
+}
+
+}
+
+std::string ka_wint::to_string(ka_base radix, bool upper) const
+{
+    if (is_power_of_two(radix))
+        return power_of_two_text(negative_, magnitude(), radix, upper);
+    char text[1 + most_digits];
+    char* begin = write_in_twenty_places(text + 1, magnitude());
+    begin[-1] = '-';
+    begin -= negative_;
+    return std::string(begin, static_cast<std::size_t>(text + sizeof text - begin));
 }
 
 void ka_wint::print(std::ostream& stream) const { stream << to_string(ka_decimal, true); }

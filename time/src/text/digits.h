@@ -41,7 +41,7 @@ inline constexpr int most_digits = 20;
 /// The number of a number's digits; that of 0 is 1.
 inline unsigned int digit_count(unsigned long long number) noexcept
 {
-    constexpr auto powers = [] {
+    static constexpr auto powers = [] {
         std::array<unsigned long long, most_digits> made = {};
         unsigned long long power = 1;
         for (unsigned int digits = 1; digits < most_digits; ++digits)
