@@ -20,6 +20,10 @@ enum summer { june = 6 };
 static_assert(ka_date(june, 4l, 2024u) == ka_date{char{6}, 4ull, short{2024}});
 static_assert(ka_time(18u, 0l, 0) == ka_time{18, 0ull, short{0}, 0l});
 static_assert(ka_calendar_date(ka_time_period(0, 0l), 3l, ka_last, 1u).date(2024l) == ka_date(3, 31, 2024));
+// What takes 16 bits is constant as well.
+constexpr unsigned short one = 1;
+static_assert(ka_date(ka_first, one, one, 2024).next(one).previous(one).week_of_year() == 1);
+static_assert(ka_calendar_date(ka_time_period(), one, one).date(short{2024}).week_of_year(one) == 0);
 static_assert(!ka_date::is_month(65537) && !ka_date::is_weekday(65537u) && !ka_date::is_year(67560) &&
               !ka_date::is_leap_year(67560l) && !ka_date::is_day_in_month(65538, 29, 2024) &&
               !ka_date::is_julian_day(wide + 38) && !ka_time::is_hour(65536) &&

@@ -61,12 +61,8 @@ public:
     constexpr ka_which_one week() const noexcept { return week_; }
 
     constexpr void when(const ka_time_period& when) { when_ = checked_when(when); }
-    constexpr void month(unsigned short month) { month_ = checked_month(month); }
-    template <ka_integer Month>
-    constexpr void month(Month month)
-    {
-        month_ = checked_month(month);
-    }
+    constexpr void month(unsigned short month);
+    constexpr void month(ka_integer auto month);
     /// Makes the form absolute. A day above 31 throws `invalid_day`; 0 is
     /// stored, and has no date in any year.
     constexpr void day(unsigned short day);

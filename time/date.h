@@ -58,9 +58,7 @@ public:
 
     /// The date of a day number, 38 to 13688960; else `invalid_day`.
     constexpr ka_date(int julian_day);
-    template <ka_integer Number>
-    constexpr ka_date(Number julian_day) : julian_day_(checked_day(julian_day))
-    {}
+    constexpr ka_date(ka_integer auto julian_day);
 
     /// A day that the calendar has, or `invalid_date`.
     constexpr ka_date(unsigned short month, unsigned short day, short year) { date(month, day, year); }
@@ -137,7 +135,7 @@ public:
     constexpr ka_date previous(ka_integer auto weekday) const;
 
     /// The week of the year, 0 to 53, in weeks that begin on Sunday.
-    constexpr unsigned short week_of_year() const { return week_of_year(1); }
+    constexpr unsigned short week_of_year() const;
 
     /// The week of the year, in weeks that begin on the weekday `first`. Week 1
     /// begins with the first such day of January, and the days before it are

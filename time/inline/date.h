@@ -5,8 +5,7 @@
 #include <time/date.h>
 
 // A number that `int` does not hold stands as 0 where it is checked: there is
-// no year, month, day or weekday 0. Templates stand in front of the operations
-// that call them: clang 14 makes them for a constant expression no other way.
+// no year, month, day or weekday 0.
 
 constexpr int ka_date::checked_day(ka_integer auto julian_day)
 {
@@ -15,7 +14,14 @@ constexpr int ka_date::checked_day(ka_integer auto julian_day)
     return static_cast<int>(julian_day);
 }
 
-constexpr ka_date::ka_date(int julian_day) : julian_day_(checked_day(julian_day)) {}
+constexpr unsigned short ka_date::checked_weekday(ka_integer auto weekday)
+{
+    if (!is_weekday(weekday))
+        refuse_weekday(weekday);
+    return static_cast<unsigned short>(weekday);
+}
+
+constexpr ka_date::ka_date(ka_integer auto julian_day) : julian_day_(checked_day(julian_day)) {}
 
 constexpr ka_date::ka_date(ka_integer auto month, ka_integer auto day, ka_integer auto year)
 {
@@ -63,12 +69,6 @@ constexpr void ka_date::date(ka_integer auto month, ka_integer auto day, ka_inte
         nth_weekday(which, static_cast<int>(weekday), static_cast<int>(month), static_cast<int>(year));
 }
 
-[[gnu::always_inline]] constexpr void ka_date::date(const ka_which_one& which, unsigned short weekday,
-                                                    unsigned short month, short year)
-{
-    date<unsigned short, unsigned short, short>(which, weekday, month, year);
-}
-
 /// Of a valid weekday, month and year. A day within the month is one of the
 /// range, but for those counted back from the end of the range.
 [[gnu::always_inline]] constexpr int ka_date::nth_weekday(int which, int weekday, int month, int year)
@@ -84,44 +84,12 @@ constexpr void ka_date::date(ka_integer auto month, ka_integer auto day, ka_inte
     return found;
 }
 
-/// Passes what lies in a month of that number all the same.
-constexpr void ka_date::check_weekday_out_of_month(int which, int end, int found, int month)
-{
-    if (which <= 0)
-        checked_day(end);
-    checked_day(found);
-    if (static_cast<int>(ka_gregorian::split(found).month) != month)
-        refuse_week();
-}
-
-constexpr unsigned short ka_date::month() const noexcept
-{
-    return static_cast<unsigned short>(ka_gregorian::split(julian_day_).month);
-}
-
-constexpr unsigned short ka_date::day() const noexcept
-{
-    return static_cast<unsigned short>(ka_gregorian::split(julian_day_).day);
-}
-
-constexpr unsigned short ka_date::day_of_year() const
-{
-    return static_cast<unsigned short>(julian_day_ - new_year());
-}
-
-constexpr unsigned short ka_date::weekday() const noexcept
-{
-    return static_cast<unsigned short>(ka_gregorian::weekday(julian_day_));
-}
-
 constexpr ka_date ka_date::next(ka_integer auto weekday) const
 {
     ka_date found(julian_day_ + 1);
     found.julian_day_ += ka_gregorian::days_until(found.weekday(), checked_weekday(weekday));
     return found;
 }
-
-constexpr ka_date ka_date::next(unsigned short weekday) const { return next<unsigned short>(weekday); }
 
 constexpr ka_date ka_date::previous(ka_integer auto weekday) const
 {
@@ -132,11 +100,6 @@ constexpr ka_date ka_date::previous(ka_integer auto weekday) const
     return found;
 }
 
-constexpr ka_date ka_date::previous(unsigned short weekday) const
-{
-    return previous<unsigned short>(weekday);
-}
-
 constexpr unsigned short ka_date::week_of_year(ka_integer auto first) const
 {
     const int january_1 = new_year();
@@ -145,11 +108,6 @@ constexpr unsigned short ka_date::week_of_year(ka_integer auto first) const
     if (julian_day_ < week_1)
         return 0;
     return static_cast<unsigned short>((julian_day_ - week_1) / 7 + 1);
-}
-
-constexpr unsigned short ka_date::week_of_year(unsigned short first) const
-{
-    return week_of_year<unsigned short>(first);
 }
 
 constexpr bool ka_date::operator==(const ka_date& other) const noexcept
@@ -238,8 +196,6 @@ constexpr bool ka_date::is_leap_year(ka_integer auto year) noexcept
     return is_year(year) && ka_gregorian::is_leap(ka_gregorian::to_astronomical(static_cast<int>(year)));
 }
 
-constexpr bool ka_date::is_leap_year(short year) noexcept { return is_leap_year<short>(year); }
-
 constexpr bool ka_date::is_day_in_month(unsigned short month, unsigned short day, short year) noexcept
 {
     return ka_gregorian::is_date(month, day, year);
@@ -261,19 +217,12 @@ constexpr unsigned short ka_date::days_in_year(ka_integer auto year)
     return is_leap_year(year) ? 366 : 365;
 }
 
-constexpr unsigned short ka_date::days_in_year(short year) { return days_in_year<short>(year); }
-
 constexpr unsigned short ka_date::days_in_month(ka_integer auto month, ka_integer auto year)
 {
     if (!is_month(month))
         refuse_month(month);
     const bool is_leap = days_in_year(year) == 366;
     return static_cast<unsigned short>(ka_gregorian::month_length(static_cast<int>(month), is_leap));
-}
-
-constexpr unsigned short ka_date::days_in_month(unsigned short month, short year)
-{
-    return days_in_month<unsigned short, short>(month, year);
 }
 
 constexpr int ka_date::calc_julian_day(ka_integer auto month, ka_integer auto day, ka_integer auto year)
@@ -296,23 +245,6 @@ constexpr int ka_date::calc_julian_day(ka_integer auto month, ka_integer auto da
     return ka_gregorian::is_year(known_year)
                ? ka_gregorian::day_number(known_month, static_cast<int>(day), counted)
                : ka_gregorian::day_number_of_no_year(known_month, static_cast<int>(day), counted);
-}
-
-constexpr int ka_date::calc_julian_day(unsigned short month, unsigned short day, short year)
-{
-    return calc_julian_day<unsigned short, unsigned short, short>(month, day, year);
-}
-
-constexpr void ka_date::calc_calendar_date(int julian_day, unsigned short* month, unsigned short* day,
-                                           short* year) noexcept
-{
-    const ka_gregorian::date_parts date = ka_gregorian::split(julian_day);
-    if (month != nullptr)
-        *month = static_cast<unsigned short>(date.month);
-    if (day != nullptr)
-        *day = static_cast<unsigned short>(date.day);
-    if (year != nullptr)
-        *year = static_cast<short>(date.year);
 }
 
 const std::string& ka_date::month_name(ka_integer auto month)
@@ -346,13 +278,6 @@ constexpr ka_date::ka_date(const ka_time_period& since_day_zero) : julian_day_(s
         refuse_whole_days(julian_day_);
 }
 
-constexpr unsigned short ka_date::checked_weekday(ka_integer auto weekday)
-{
-    if (!is_weekday(weekday))
-        refuse_weekday(weekday);
-    return static_cast<unsigned short>(weekday);
-}
-
 constexpr ka_date ka_date::unchecked(int julian_day) noexcept
 {
     ka_date result;
@@ -365,4 +290,85 @@ constexpr int ka_date::new_year() const
 {
     constexpr unsigned short first = 1;
     return ka_date(first, first, year()).julian_day_;
+}
+
+// All templates stand above what calls them and is none: clang looks for them
+// in constant expressions as soon as they are called.
+
+constexpr ka_date::ka_date(int julian_day) : julian_day_(checked_day(julian_day)) {}
+
+[[gnu::always_inline]] constexpr void ka_date::date(const ka_which_one& which, unsigned short weekday,
+                                                    unsigned short month, short year)
+{
+    date<unsigned short, unsigned short, short>(which, weekday, month, year);
+}
+
+/// Passes what lies in a month of that number all the same.
+constexpr void ka_date::check_weekday_out_of_month(int which, int end, int found, int month)
+{
+    if (which <= 0)
+        checked_day(end);
+    checked_day(found);
+    if (static_cast<int>(ka_gregorian::split(found).month) != month)
+        refuse_week();
+}
+
+constexpr unsigned short ka_date::month() const noexcept
+{
+    return static_cast<unsigned short>(ka_gregorian::split(julian_day_).month);
+}
+
+constexpr unsigned short ka_date::day() const noexcept
+{
+    return static_cast<unsigned short>(ka_gregorian::split(julian_day_).day);
+}
+
+constexpr unsigned short ka_date::day_of_year() const
+{
+    return static_cast<unsigned short>(julian_day_ - new_year());
+}
+
+constexpr unsigned short ka_date::weekday() const noexcept
+{
+    return static_cast<unsigned short>(ka_gregorian::weekday(julian_day_));
+}
+
+constexpr ka_date ka_date::next(unsigned short weekday) const { return next<unsigned short>(weekday); }
+
+constexpr ka_date ka_date::previous(unsigned short weekday) const
+{
+    return previous<unsigned short>(weekday);
+}
+
+constexpr unsigned short ka_date::week_of_year(unsigned short first) const
+{
+    return week_of_year<unsigned short>(first);
+}
+
+constexpr unsigned short ka_date::week_of_year() const { return week_of_year(1); }
+
+constexpr bool ka_date::is_leap_year(short year) noexcept { return is_leap_year<short>(year); }
+
+constexpr unsigned short ka_date::days_in_year(short year) { return days_in_year<short>(year); }
+
+constexpr unsigned short ka_date::days_in_month(unsigned short month, short year)
+{
+    return days_in_month<unsigned short, short>(month, year);
+}
+
+constexpr int ka_date::calc_julian_day(unsigned short month, unsigned short day, short year)
+{
+    return calc_julian_day<unsigned short, unsigned short, short>(month, day, year);
+}
+
+constexpr void ka_date::calc_calendar_date(int julian_day, unsigned short* month, unsigned short* day,
+                                           short* year) noexcept
+{
+    const ka_gregorian::date_parts date = ka_gregorian::split(julian_day);
+    if (month != nullptr)
+        *month = static_cast<unsigned short>(date.month);
+    if (day != nullptr)
+        *day = static_cast<unsigned short>(date.day);
+    if (year != nullptr)
+        *year = static_cast<short>(date.year);
 }
