@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <time/local.h>
+#include <time/world.h>
 
 #include "../examples/zones.h"
 #include "expect_error.h"
@@ -125,6 +126,45 @@ TEST(local, changes_follow_each_other_both_ways)
             at = expected;
         }
     }
+}
+
+TEST(local, zones_by_a_table)
+{
+    // Half an hour; the rule book's own shape of a summer; a summer that lasts over New Year.
+    for (const char* const text : {"<+1030>-10:30<+11>-11,M10.1.0,M4.1.0", "CET-1CEST,M3.5.0,M10.5.0/3",
+                                   "<-04>4<-03>,M9.1.6/24,M4.1.6/24", "IST-1GMT0,M10.5.0,M3.5.0/1"}) {
+        SCOPED_TRACE(text);
+        const ka_time_zone& zone = ka_posix_zone(text);
+        ka_time_and_date at = universal(ka_time(), ka_date(1, 1, 2024), zone);
+        for (const ka_time_and_date& expected : walked_changes(zone, 2024, 2028)) {
+            ASSERT_NO_FATAL_FAILURE(expect_as_read(expected));
+            ASSERT_EQ(ka_next_change(zone, at)->moment, expected);
+            ASSERT_EQ(ka_next_change(zone, at)->after, none - ahead(expected));
+            at = expected;
+            ASSERT_EQ(ka_previous_change(zone, at)->moment, at);
+            ASSERT_EQ(ka_previous_change(zone, at)->before, none - ahead(at - microsecond));
+        }
+        EXPECT_TRUE(ka_next_change(zone, universal(ka_time(), {1, 1, 32766}, zone)));
+        EXPECT_FALSE(ka_next_change(zone, universal(ka_time(), {12, 31, 32766}, zone)));
+    }
+    EXPECT_FALSE(
+        ka_next_change(ka_posix_zone("JST-9"), universal(ka_time(), {1, 1, 2024}, ka_posix_zone("JST-9"))));
+}
+
+TEST(local, zones_of_the_world)
+{
+    const ka_time_zone& apia = ka_zone("Pacific/Apia");
+    EXPECT_EQ(ka_local_times(apia, ka_time(12, 0, 0), {12, 30, 2011}).kind, ka_local_kind::skipped);
+    EXPECT_EQ(ka_start_of_day(apia, {12, 30, 2011}), universal(ka_time(10, 0, 0), {12, 30, 2011}, apia));
+    EXPECT_EQ(ka_start_of_day(apia, {12, 30, 2011}).date(), ka_date(12, 31, 2011));
+    const ka_time_zone& tokyo = ka_zone("Asia/Tokyo");
+    EXPECT_FALSE(ka_next_change(tokyo, universal(ka_time(), {7, 4, 2024}, tokyo)));
+    EXPECT_EQ(ka_previous_change(tokyo, universal(ka_time(), {7, 4, 2024}, tokyo))->moment.utc_date().year(),
+              1951);
+    // Midnight is skipped in Beirut, and comes twice in Havana.
+    EXPECT_EQ(ka_start_of_day(ka_zone("Asia/Beirut"), {3, 31, 2024}).time(), ka_time(1, 0, 0));
+    EXPECT_EQ(ka_local_times(ka_zone("America/Havana"), ka_time(), {11, 3, 2024}).kind,
+              ka_local_kind::repeated);
 }
 
 TEST(local, no_change_before_the_first_and_after_the_last)

@@ -9,9 +9,9 @@
 
 using namespace zone_clock;
 
-// A zone's clocks can change where a rule has a point and where a year begins,
-// as rules hold for years. Between two such stops nothing changes, but for rules
-// of a user's own: these are asked once a day as well.
+// A table tells its changes. By rules a zone's clocks can change where a rule has a point and where a year
+// begins, as rules hold for years. Between two such stops nothing changes, but for rules of a user's own:
+// these are asked once a day as well.
 
 namespace {
 
@@ -142,6 +142,44 @@ ka_zone_change change_of(const ka_time_zone& zone, const ka_time_period& at)
     return {moment_of(zone, at), zone.offset() - found.before, zone.offset() - found.after};
 }
 
+ka_zone_change change_of(const ka_time_zone& zone, const rules::change& found)
+{
+    return {moment_of(zone, ka_time_period(found.at)),
+            zone.offset() - ka_time_period(found.before->adjustment),
+            zone.offset() - ka_time_period(found.after->adjustment)};
+}
+
+/// A change of the table can be one of names alone.
+bool moves_clocks(const rules::change& found) { return found.before->adjustment != found.after->adjustment; }
+
+std::optional<ka_zone_change> next_by_table(const ka_time_zone& zone, const rules::table& table,
+                                            const ka_time_period& start)
+{
+    long long at = start.whole_seconds();
+    while (const rules::change found = rules::next_change(table, at)) {
+        at = found.at;
+        if (ka_time_period(at) > last_time)
+            break;
+        if (moves_clocks(found))
+            return change_of(zone, found);
+    }
+    return std::nullopt;
+}
+
+std::optional<ka_zone_change> previous_by_table(const ka_time_zone& zone, const rules::table& table,
+                                                const ka_time_period& start)
+{
+    long long at = start.whole_seconds();
+    while (const rules::change found = rules::previous_change(table, at)) {
+        at = found.at - 1;
+        if (ka_time_period(found.at) <= first_time)
+            break;
+        if (moves_clocks(found))
+            return change_of(zone, found);
+    }
+    return std::nullopt;
+}
+
 /// Where a walk from a moment begins. A zone without rules has no changes.
 std::optional<ka_time_period> start_of_walk(const ka_time_zone& zone, const ka_time_and_date& moment)
 {
@@ -157,7 +195,10 @@ std::optional<ka_zone_change> ka_next_change(const ka_time_zone& zone, const ka_
     const std::optional<ka_time_period> start = start_of_walk(zone, moment);
     if (!start || *start >= last_time)
         return std::nullopt;
-    walk on(zone, std::max(*start, first_time));
+    const ka_time_period begin = std::max(*start, first_time);
+    if (const rules::table* const table = table_with_times(zone))
+        return next_by_table(zone, *table, begin);
+    walk on(zone, begin);
     for (short year = ka_access::date_of(on.at()).year();; year = next_year(year)) {
         if (year == last_year + 1)
             return std::nullopt;
@@ -176,7 +217,10 @@ std::optional<ka_zone_change> ka_previous_change(const ka_time_zone& zone, const
     const std::optional<ka_time_period> start = start_of_walk(zone, moment);
     if (!start || *start <= first_time)
         return std::nullopt;
-    walk back(zone, std::min(*start, last_time));
+    const ka_time_period begin = std::min(*start, last_time);
+    if (const rules::table* const table = table_with_times(zone))
+        return previous_by_table(zone, *table, begin);
+    walk back(zone, begin);
     for (short year = ka_access::date_of(back.at()).year();; year = previous_year(year)) {
         if (year == first_year - 1)
             return std::nullopt;

@@ -35,10 +35,10 @@ readings readings_of(const ka_time_zone& zone, const ka_time_period& local)
     };
     ka_time_period tried;
     try_adjustment(tried);
-    for_each_rule(zone, [&](const ka_time_zone_rule& rule) {
-        // Most rules of a zone have one adjustment.
-        if (rule.adjustment() != tried)
-            try_adjustment(tried = rule.adjustment());
+    for_each_adjustment(zone, [&](const ka_time_period& adjustment) {
+        // Most rules of a zone have the same one.
+        if (adjustment != tried)
+            try_adjustment(tried = adjustment);
     });
     return found;
 }

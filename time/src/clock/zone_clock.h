@@ -33,6 +33,25 @@ void for_each_rule(const ka_time_zone& zone, Use use)
         use(*ka_access::rules(zone)[slot]);
 }
 
+/// The table of a zone that goes by one and has the times of its changes, or null.
+inline const rules::table* table_with_times(const ka_time_zone& zone) noexcept
+{
+    if (ka_access::kind(zone) != rules::zone_kind::table || ka_access::changes(zone).kind_of == nullptr)
+        return nullptr;
+    return &ka_access::changes(zone);
+}
+
+/// Hands over each adjustment that a zone can have, but for that of zero.
+template <typename Use>
+void for_each_adjustment(const ka_time_zone& zone, Use use)
+{
+    const rules::table* const table = table_with_times(zone);
+    if (table == nullptr)
+        return for_each_rule(zone, [&](const ka_time_zone_rule& rule) { use(rule.adjustment()); });
+    for (std::size_t kind = 0; kind < table->kind_count; ++kind)
+        use(ka_time_period(table->kinds[kind].adjustment));
+}
+
 /// How far the local clock is ahead. The one place that asks it.
 inline ka_time_period adjustment_at(const ka_time_zone& zone, const ka_time_period& time)
 {
