@@ -189,6 +189,52 @@ TEST(exchange, rfc3339_as_it_is_written)
     EXPECT_THROW((void)shown_in(ka_time_zone::pacific()), ka_time_varnel_error);
 }
 
+TEST(exchange, rfc9557)
+{
+    const struct {
+        const char* text;
+        ka_time time; // universal
+        const char* written;
+    } rows[] = {
+        {"2024-07-04T18:00:00+02:00[Europe/Berlin]", {16, 0, 0}, nullptr},
+        {"2024-07-04T18:00:00[Europe/Berlin]", {16, 0, 0}, "2024-07-04T18:00:00+02:00[Europe/Berlin]"},
+        {"2024-07-04T16:00:00.5Z[Europe/Berlin]",
+         {16, 0, 0, 500000},
+         "2024-07-04T18:00:00.500+02:00[Europe/Berlin]"},
+        {"2024-07-04T16:00:00-00:00[!Europe/Berlin][u-ca=hebrew][x=y]",
+         {16, 0, 0},
+         "2024-07-04T18:00:00+02:00[Europe/Berlin]"},
+        {"2024-07-04T16:00:00Z[UTC][!u-ca=gregory]", {16, 0, 0}, "2024-07-04T16:00:00Z[UTC]"},
+        {"2024-07-04T16:00:00-02:30[-02:30]", {18, 30, 0}, nullptr},
+        {"2024-07-04T18:00:00+05:45[+05:45]", {12, 15, 0}, nullptr},
+        // The zone has an offset of seconds there, of which the text has the minutes.
+        {"1960-01-01T00:44:00-00:44[Africa/Monrovia]", {1, 28, 0}, nullptr},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.text);
+        const auto read = ka_read_rfc9557(row.text);
+        ASSERT_TRUE(read.has_value()) << read.failure().message();
+        EXPECT_EQ(read->utc_time(), row.time);
+        EXPECT_EQ(ka_rfc9557(*read), row.written != nullptr ? row.written : row.text);
+        expect_room(ka_rfc9557(*read),
+                    [&](char* first, char* last) { return ka_write_rfc9557(first, last, *read); });
+    }
+    const ka_time_and_date summer(ka_time(), ka_date(7, 4, 2024), ka_time_zone::pacific());
+    EXPECT_EQ(ka_rfc9557(summer), "2024-07-04T00:00:00-07:00[-07:00]");
+    const refusal refused[] = {
+        {"2024-07-04T18:00:00+01:00[Europe/Berlin]", "failure: +01:00 at 19, offset of the zone"},
+        {"2024-07-04T18:00:00+02:00", "failure: end of text at 25, '['"},
+        {"2024-07-04T18:00:00+02:00[Europe/Bonn]", "failure: Europe/Bonn at 26, zone"},
+        {"2024-07-04T18:00:00+02:00[../../etc/passwd]", "failure: ../../etc/passwd at 26, zone"},
+        {"2024-07-04T18:00:00+02:00[]", "failure: ] at 26, zone"},
+        {"2024-07-04T18:00:00+02:00[Europe/Berlin", "failure: end of text at 39, ']'"},
+        {"2024-07-04T18:00:00+02:00[Europe/Berlin][!u-ca=hebrew]", "failure: u-ca=hebrew at 42, tag"},
+        {"2024-07-04T18:00:00+02:00[Europe/Berlin][Europe/Paris]", "failure: Europe/Paris at 41, tag"},
+        {"2024-07-04T18:00:00+02:00[+24:00]", "failure: 24 at 27, offset"},
+    };
+    expect_refusals(refused, [](std::string_view text) { return ka_read_rfc9557(text); });
+}
+
 TEST(exchange, rfc5322)
 {
     const struct {

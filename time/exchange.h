@@ -84,6 +84,29 @@ ka_read_result<ka_time_and_date>
 ka_read_rfc3339(std::string_view text, const ka_time_zone&& zone,
                 ka_local_choice choice = ka_local_choice::compatible) = delete;
 
+// RFC 9557: the same with the name of the zone behind it,
+// 2024-07-04T18:00:00+02:00[Europe/Berlin].
+
+/// In a zone of the world (`time/world.h`), or in `utc()`. A zone without a
+/// name of the tz data has its offset in the brackets.
+KA_TIME_VARNEL_API std::string ka_rfc9557(const ka_time_and_date& moment,
+                                          ka_fraction fraction = ka_fraction::as_needed);
+KA_TIME_VARNEL_API std::to_chars_result ka_write_rfc9557(char* first, char* last,
+                                                         const ka_time_and_date& moment,
+                                                         ka_fraction fraction = ka_fraction::as_needed);
+/// The moment in the zone that is named, as `ka_zone` gives it. An offset that
+/// the zone does not have then is refused; "Z" and -00:00 go with any zone, and
+/// a text without an offset is local time, by `choice`. Other tags are passed
+/// over, unless they are critical (!) and ask for another calendar, or for what
+/// is not known here. What `choice` refuses is thrown. A zone that is not loaded
+/// yet is read from its file.
+///
+///     ka_read_rfc9557("2024-07-04T18:00:00+02:00[Europe/Berlin]")->utc_time();   // 16:00
+///     ka_read_rfc9557("2024-07-04T18:00:00[Europe/Berlin]")->utc_time();         // 16:00
+///     ka_read_rfc9557("2024-07-04T18:00:00+01:00[Europe/Berlin]").has_value();   // false
+KA_TIME_VARNEL_API ka_read_result<ka_time_and_date>
+ka_read_rfc9557(std::string_view text, ka_local_choice choice = ka_local_choice::compatible);
+
 // RFC 5322, of mail: Thu, 4 Jul 2024 18:00:00 +0200.
 
 /// By the offset of the moment's zone, as above. A year before 1900 throws `invalid_year`.

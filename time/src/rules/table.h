@@ -73,6 +73,8 @@ struct table {
     std::size_t kind_count = 0;
     /// Each with a zero behind it. Null in a table without abbreviations.
     const char* abbreviations = nullptr;
+    /// The name of the zone in the tz data; null where it has none.
+    const char* name = nullptr;
     /// What holds before the slots, and behind them where nothing folds.
     kind first;
     kind last;

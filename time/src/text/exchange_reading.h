@@ -87,6 +87,8 @@ struct told_time {
 struct told_offset {
     int seconds = 0;
     bool is_known = true;
+    /// Whether it is told by "Z".
+    bool is_zulu = false;
 };
 
 /// Four digits, or a sign and six; counted through 0.
@@ -99,6 +101,10 @@ bool is_day(scanner& in, std::size_t position, int day, int month, int year) noe
 bool read_clock(scanner& in, bool needs_seconds, told_time& time) noexcept;
 /// The fraction behind the point, where there is one.
 bool read_fraction(scanner& in, told_time& time) noexcept;
+/// All of RFC 3339 but the offset, from the start of a text.
+bool read_local_clock(scanner& in, std::string_view text, int& julian_day, told_time& time) noexcept;
+/// The offset of RFC 3339.
+bool read_offset(scanner& in, told_offset& offset) noexcept;
 /// A weekday that was told, 0 (Sunday) to 6, has to be that of the date.
 bool is_weekday(scanner& in, std::size_t position, int told, int julian_day) noexcept;
 

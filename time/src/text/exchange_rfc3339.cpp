@@ -106,9 +106,12 @@ bool read_date_and_time(scanner& in, int& julian_day, told_time& time) noexcept
     return read_clock(in, true, time) && read_fraction(in, time);
 }
 
+}
+
 bool read_offset(scanner& in, told_offset& offset) noexcept
 {
-    if (in.takes('Z') || in.takes('z'))
+    offset.is_zulu = in.takes('Z') || in.takes('z');
+    if (offset.is_zulu)
         return true;
     const std::size_t start = in.at();
     const bool is_negative = in.takes('-');
@@ -124,15 +127,12 @@ bool read_offset(scanner& in, told_offset& offset) noexcept
     return true;
 }
 
-/// All but the offset.
-bool read_local(scanner& in, std::string_view text, int& julian_day, told_time& time) noexcept
+bool read_local_clock(scanner& in, std::string_view text, int& julian_day, told_time& time) noexcept
 {
     if (!read_at_once(text, julian_day, time)) [[unlikely]]
         return read_date_and_time(in, julian_day, time);
     in.skip(19);
     return read_fraction(in, time);
-}
-
 }
 
 }
@@ -157,7 +157,7 @@ ka_read_result<ka_told_moment> ka_read_rfc3339(std::string_view text) noexcept
     int julian_day = 0;
     told_time time;
     told_offset offset;
-    if (!read_local(in, text, julian_day, time) || !read_offset(in, offset) || !in.ends())
+    if (!read_local_clock(in, text, julian_day, time) || !read_offset(in, offset) || !in.ends())
         return in.failure();
     return result_of(in, julian_day, time, offset);
 }
@@ -169,7 +169,7 @@ ka_read_result<ka_time_and_date> ka_read_rfc3339(std::string_view text, const ka
     int julian_day = 0;
     told_time time;
     told_offset offset;
-    if (!read_local(in, text, julian_day, time))
+    if (!read_local_clock(in, text, julian_day, time))
         return in.failure();
     if (in.is_at_end()) {
         if (zone.dst_observed())

@@ -141,7 +141,7 @@ const ka_time_zone& zone_library::load(std::string_view name, const std::string&
     if (const auto wrong = read_tzif(bytes, data))
         throw_error(ka_failure, {KA_SOURCE, __LINE__}, "Zone( ", shown(name), " ), file( ", shown(place),
                     " ): ", std::string_view(wrong->what), ", at byte( ", wrong->place, " )");
-    return zones_.add(std::make_unique<loaded_zone>(name, data));
+    return zones_.add(std::make_unique<loaded_zone>(name, data, !name.starts_with('/')));
 }
 
 const ka_time_zone& zone_library::posix_zone(std::string_view text)
@@ -153,7 +153,7 @@ const ka_time_zone& zone_library::posix_zone(std::string_view text)
         throw_error(ka_failure, {KA_SOURCE, __LINE__}, "TZ string( ", shown(text), " ), at( ", wrong->place,
                     " ): ", std::string_view(wrong->what));
     data.has_rules = true;
-    return posix_zones_.add(std::make_unique<loaded_zone>(text, data));
+    return posix_zones_.add(std::make_unique<loaded_zone>(text, data, false));
 }
 
 bool zone_library::has(std::string_view name) const

@@ -24,8 +24,9 @@ bool kind_rule::is_in_effect(const ka_time& time, const ka_date& date) const
     return rules::kind_by_local(table_, second) == told_;
 }
 
-loaded_zone::loaded_zone(std::string_view name, const zone_data& data)
-    : key(name), table(data), zone(ka_time_period(table.offset()), table.standard_name(), table.summer_name())
+loaded_zone::loaded_zone(std::string_view name, const zone_data& data, bool is_named)
+    : key(name), table(data, is_named ? key.c_str() : nullptr),
+      zone(ka_time_period(table.offset()), table.standard_name(), table.summer_name())
 {
     // In the public data no zone has more than seven such kinds.
     const rules::table& view = table.view();

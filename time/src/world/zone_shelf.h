@@ -29,7 +29,8 @@ private:
 
 /// A zone with its table. It neither moves nor changes.
 struct loaded_zone {
-    loaded_zone(std::string_view name, const zone_data& data);
+    /// What `is_named` tells is whether the key is a name of the tz data.
+    loaded_zone(std::string_view name, const zone_data& data, bool is_named);
 
     const std::string key;
     const zone_table table;

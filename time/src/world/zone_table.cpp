@@ -27,8 +27,9 @@ long long year_before(long long time) noexcept { return time / 86400 * 400 / 146
 
 }
 
-zone_table::zone_table(const zone_data& data)
+zone_table::zone_table(const zone_data& data, const char* name)
 {
+    view_.name = name;
     choose_base(data);
     // A file that tells no change leaves all to its rules.
     kind_of_.push_back(kind_number(data.has_rules && data.at.empty() ? data.rules.standard : data.types[0]));

@@ -11,7 +11,8 @@ namespace world {
 /// The table of a zone of the world, with all that it views. It does not move.
 class zone_table {
 public:
-    explicit zone_table(const zone_data& data);
+    /// The name is kept as it is given, null for none.
+    zone_table(const zone_data& data, const char* name);
     zone_table(const zone_table&) = delete;
     zone_table& operator=(const zone_table&) = delete;
 
