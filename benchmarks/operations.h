@@ -33,9 +33,16 @@ struct operation {
 /// The operations by topic; `all_operations` is the one list.
 std::vector<operation> calendar_operations();
 std::vector<operation> zone_operations();
+std::vector<operation> world_operations();
 std::vector<operation> text_operations();
 std::vector<operation> arithmetic_operations();
 std::vector<operation> all_operations();
+
+/// What is asked for by its name, and for how many inputs one zone is loaded.
+inline constexpr const char* world_names[] = {
+    "America/New_York", "Europe/Berlin", "Asia/Tokyo",        "Europe/Kyiv",
+    "Australia/Sydney", "Asia/Kolkata",  "America/Sao_Paulo", "UTC"};
+inline constexpr std::size_t loads_each = 256;
 
 /// The same work as it is done with something else.
 struct peer {

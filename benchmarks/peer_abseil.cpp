@@ -121,7 +121,21 @@ void divide()
     for_each_input([&](std::size_t i) { return a[i] / by[i]; });
 }
 
+auto found()
+{
+    return [](std::size_t i) {
+        absl::TimeZone zone;
+        absl::LoadTimeZone(world_names[i % std::size(world_names)], &zone);
+        return zone;
+    };
+}
+
 const peers rows = {
+    {"operator tm in a world zone, 1970 to 2037", "Abseil", run_all<read_early>,
+     result_of<read_early, shown>},
+    {"operator tm in a world zone, 2040 to 2100", "Abseil", run_all<read_late>, result_of<read_late, shown>},
+    {"local to universal in a world zone", "Abseil", run_all<set_early>, result_of<set_early, second_shown>},
+    {"a loaded zone found by its name", "Abseil", run_all<found>},
     {"operator tm, 1970 to 2037", "Abseil", run_all<read_early>, result_of<read_early, shown>},
     {"time(), date(), is_dst(), 1970 to 2037", "Abseil", run_all<read_early>, result_of<read_early, shown>},
     {"operator tm, 2040 to 2100", "Abseil", run_all<read_late>, result_of<read_late, shown>},

@@ -170,6 +170,11 @@ void refuse()
 }
 
 const peers rows = {
+    {"operator tm in a world zone, 1970 to 2037", "localtime_r", run_all<read_early>,
+     result_of<read_early, fields_text>},
+    {"operator tm in a world zone, 2040 to 2100", "localtime_r", run_all<read_late>,
+     result_of<read_late, fields_text>},
+    {"local to universal in a world zone", "mktime", run_all<set_early>, result_of<set_early, second_shown>},
     {"operator tm, 1970 to 2037", "localtime_r", run_all<read_early>, result_of<read_early, fields_text>},
     {"time(), date(), is_dst(), 1970 to 2037", "localtime_r", run_all<read_early>,
      result_of<read_early, fields_text>},

@@ -97,7 +97,33 @@ auto printing(const std::string& format)
 auto with_microseconds() { return printing("%Y-%m-%d %H:%M:%E6S"); }
 auto with_names() { return printing("%A, %d %B %Y %I:%M:%S %p"); }
 
+auto found()
+{
+    return [](std::size_t i) {
+        cctz::time_zone zone;
+        cctz::load_time_zone(world_names[i % std::size(world_names)], &zone);
+        return zone;
+    };
+}
+
+/// What is loaded stays, so that each time the path is another.
+auto loaded()
+{
+    return [](std::size_t i) {
+        static std::string folder = "file:/usr/share/zoneinfo";
+        cctz::time_zone zone;
+        if (i % loads_each == 0)
+            cctz::load_time_zone((folder += "/.") + "/America/New_York", &zone);
+        return zone;
+    };
+}
+
 const peers rows = {
+    {"operator tm in a world zone, 1970 to 2037", "cctz", run_all<read_early>, result_of<read_early, shown>},
+    {"operator tm in a world zone, 2040 to 2100", "cctz", run_all<read_late>, result_of<read_late, shown>},
+    {"local to universal in a world zone", "cctz", run_all<set_early>, result_of<set_early, second_shown>},
+    {"a loaded zone found by its name", "cctz", run_all<found>},
+    {"1/256 of loading a zone", "cctz", run_all<loaded>},
     {"operator tm, 1970 to 2037", "cctz", run_all<read_early>, result_of<read_early, shown>},
     {"time(), date(), is_dst(), 1970 to 2037", "cctz", run_all<read_early>, result_of<read_early, shown>},
     {"operator tm, 2040 to 2100", "cctz", run_all<read_late>, result_of<read_late, shown>},
