@@ -45,7 +45,7 @@ struct plain_zone {
             file.types.push_back({in.one_in(3) ? in.between(-89999, 93599) : 1800 * in.between(-24, 24),
                                   in.one_in(2), names[type - 1]});
         long long at = in.one_in(4) && file.version != '\0' ? -in.between(0, 2000000000) * 100ll
-                                                            : in.between(-2000000000, 1000000000);
+                                                            : in.between(-1000000000, 1000000000);
         for (int count = in.between(0, 20); count > 0; --count) {
             file.changes.push_back({at, in.between(0, static_cast<int>(file.types.size()) - 1)});
             at += in.between(1, gaps[in.between(0, 5)]);
@@ -103,7 +103,7 @@ void check_zone(input& in)
     const ka_zone_store store = store_of(plain.file.file());
     const ka_time_zone& zone = load(store);
     for (int count = 0; count < 20 && !in.is_empty(); ++count) {
-        long long near = in.between(-2000000000, 2000000000) * 10ll;
+        long long near = in.between(-1000000000, 1000000000) * 20ll;
         if (!plain.file.changes.empty() && !in.one_in(4)) {
             const auto index = in.take<unsigned char>() % plain.file.changes.size();
             near = plain.file.changes[index].at +
@@ -138,7 +138,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
                 file[in.take<unsigned short>() % file.size()] = static_cast<char>(in.take<unsigned char>());
             if (in.one_in(4))
                 file.resize(in.take<unsigned short>() % file.size());
-            check_any_bytes(file, in.between(-2000000000, 2000000000) * 10ll);
+            check_any_bytes(file, in.between(-1000000000, 1000000000) * 20ll);
             break;
         }
         default:

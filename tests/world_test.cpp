@@ -139,7 +139,7 @@ TEST(World, DamagedFilesAreRefusedWithThePlace)
                   }));
     expect_damage("a footer that is no line, or not the end", second + 44 + 39,
                   changed([](tzif_bytes& b) { b.footer += "more"; }));
-    expect_damage("a month, 1 to 12", second + 44 + 39 + 12,
+    expect_damage("a month, 1 to 12", second + 44 + 39 + 13,
                   changed([](tzif_bytes& b) { b.footer = "\nCET-1CEST,M0.5.0,M10.5.0/3\n"; }));
     tzif_bytes old = sample;
     old.version = '\0';
@@ -173,7 +173,7 @@ TEST(World, TextsAreRefusedAtTheFirstWrongCharacter)
         {"EST5EDT,M13.2.0,M11.1.0", "a month, 1 to 12", 10},
         {"EST5EDT,M3.0.0,M11.1.0", "a week, 1 to 5", 11},
         {"EST5EDT,M3.2.7,M11.1.0", "a weekday, 0 to 6", 13},
-        {"EST5EDT,J0,J9", "a day, 1 to 365", 9},
+        {"EST5EDT,J0,J9", "a day, 1 to 365", 10},
         {"EST5EDT,366,J9", "J, M or a day, 0 to 365", 10},
         {"EST5EDT,0/168,J9", "hours, 0 to 167", 12},
         {"EST5EDT,M3.2.0,M11.1.0 ", "the text should end here", 22},

@@ -69,8 +69,9 @@ private:
         }
         if (count == 0)
             refuse(what);
+        // One more digit would have made it right, where there is room for one.
         if (number < lowest && !is_wrong()) {
-            --next_;
+            next_ -= count == digits;
             refuse(what);
         }
         return number;

@@ -119,7 +119,8 @@ const ka_time_zone& zone_library::zone(std::string_view name)
         throw_error(ka_failure, {KA_SOURCE, __LINE__}, "Zone( ", shown(name), " ), not in folder( ",
                     shown(*has_data), " )");
     throw_error(ka_failure, {KA_SOURCE, __LINE__}, "Zone( ", shown(name), " ), no folder( ",
-                shown(folders_.front()), " ); tz data come with the package tzdata");
+                folders_.empty() ? "TZDIR" : shown(folders_.front()),
+                " ); tz data come with the package tzdata");
 }
 
 const ka_time_zone& zone_library::zone_in_file(const std::string& path)
