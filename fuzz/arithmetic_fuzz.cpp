@@ -11,10 +11,10 @@
 #include "../tests/support/comparisons.h"
 #include "../tests/support/opened.h"
 #include "input.h"
+#include "wide.h"
 
 namespace {
 
-__extension__ typedef __int128 int128;
 using u64 = unsigned long long;
 
 constexpr int million = 1000000;

@@ -96,7 +96,7 @@ void check_time(input& in)
 
 bool is(const ka_time_period& period, long long seconds, int microseconds)
 {
-    return static_cast<timeval>(period).tv_sec == seconds && period.microseconds() == microseconds;
+    return period.whole_seconds() == seconds && period.microseconds() == microseconds;
 }
 
 void check_period(input& in)
@@ -108,8 +108,10 @@ void check_period(input& in)
         fraction = -fraction;
     const bool is_period = -1000000 < fraction && fraction < 1000000 &&
                            (seconds == 0 || fraction == 0 || (seconds < 0) == (fraction < 0));
-    const timeval record = {seconds, fraction};
-    const bool by_record = in.one_in(2);
+    timeval record = {};
+    record.tv_sec = static_cast<decltype(record.tv_sec)>(seconds);
+    record.tv_usec = fraction;
+    const bool by_record = in.one_in(2) && record.tv_sec == seconds; // as many bits as it has
     const string set = result_of([&] {
         if (by_record)
             period = record;

@@ -52,6 +52,7 @@ static_assert(!product<int, ka_stopwatch> && !product<int, ka_time> && product<i
 static_assert(!product<ka_time_period, double> && !product<double, ka_time_period>);
 static_assert(!quotient<ka_time_period, double> && quotient<ka_time_period, long long>);
 
+#ifdef __SIZEOF_INT128__
 __extension__ typedef __int128 too_wide;
 template <typename... Values>
 constexpr bool refuse_too_wide = ((!std::is_constructible_v<Values, too_wide> &&
@@ -60,6 +61,7 @@ static_assert(refuse_too_wide<ka_date, ka_time, ka_wint, ka_time_and_date>);
 static_assert(!std::is_constructible_v<ka_time_period, too_wide> &&
               !std::is_constructible_v<ka_date, int, int, too_wide> &&
               !std::is_constructible_v<ka_time, too_wide, int, int> && !product<ka_time_period, too_wide>);
+#endif
 
 /// A class of a host that leaves its order to the compiler.
 struct entry {

@@ -1,3 +1,4 @@
+#include <cstddef>
 #include <cstring>
 #include <exception>
 #include <string>
@@ -11,19 +12,68 @@
 
 namespace {
 
-template <typename Value, std::size_t size, std::size_t alignment>
-constexpr bool has_layout = (sizeof(Value) == size && alignof(Value) == alignment);
-template <typename Value, std::size_t size, std::size_t alignment>
-constexpr bool plain = has_layout<Value, size, alignment>&& std::is_trivially_copyable<Value>() &&
-                       std::is_standard_layout<Value>() && !std::is_polymorphic<Value>();
-static_assert(plain<ka_date, 4, 4> && plain<ka_wint, 10, 2> && plain<ka_time_period, 16, 8>);
-static_assert(plain<ka_time, 16, 8> && plain<ka_time_and_date, 24, 8> && plain<ka_calendar_date, 32, 8>);
-static_assert(plain<ka_stopwatch, 48, 8> && plain<ka_which_one, 4, 4> && plain<ka_base, 4, 4>);
+// The classes as records of what they hold, which every machine lays out in its own way.
+
+struct period_fields {
+    long long seconds;
+    int microseconds;
+};
+struct moment_fields {
+    period_fields instant;
+    const ka_time_zone* zone;
+};
+struct watch_fields {
+    moment_fields start;
+    period_fields elapsed;
+    bool running;
+};
+struct point_fields {
+    period_fields when;
+    unsigned short month, day, weekday;
+    ka_which_one week;
+};
+struct rule_fields {
+    const void* operations;
+    const ka_calendar_date *start_point, *end_point;
+    short start_year, end_year;
+    period_fields adjustment;
+};
+struct zone_fields {
+    std::string name, dst_name;
+    period_fields offset;
+    void** rules;
+    int count, kind;
+};
+struct message_fields {
+    const void* operations;
+    char message[512];
+};
+struct error_fields {
+    message_fields message;
+    int code;
+};
+
+template <typename Value, typename Fields>
+constexpr bool has_layout = (sizeof(Value) == sizeof(Fields) && alignof(Value) == alignof(Fields));
+template <typename Value, typename Fields>
+constexpr bool plain =
+    has_layout<Value, Fields>&& std::is_trivially_copyable<Value>() && std::is_standard_layout<Value>() &&
+    !std::is_polymorphic<Value>();
+static_assert(plain<ka_date, int> && plain<ka_wint, unsigned short[5]> &&
+              plain<ka_time_period, period_fields>);
+static_assert(plain<ka_time, period_fields> && plain<ka_time_and_date, moment_fields>);
+static_assert(plain<ka_calendar_date, point_fields> && plain<ka_stopwatch, watch_fields>);
+static_assert(plain<ka_which_one, int> && plain<ka_base, int>);
+static_assert(sizeof(int) == 4 && sizeof(unsigned short) == 2 && sizeof(long long) == 8);
 
 using error = ka_time_varnel_error;
-static_assert(has_layout<ka_varnel_error, 520, 8> && has_layout<error, 528, 8>);
-static_assert(has_layout<ka_time_zone_rule, 48, 8> && has_layout<ka_simple_time_zone_rule, 48, 8>);
-static_assert(has_layout<ka_time_zone, 96, 8> && !std::is_polymorphic<ka_time_zone>());
+static_assert(has_layout<ka_varnel_error, message_fields> && has_layout<error, error_fields>);
+static_assert(has_layout<ka_time_zone_rule, rule_fields> &&
+              has_layout<ka_simple_time_zone_rule, rule_fields>);
+static_assert(has_layout<ka_time_zone, zone_fields> && !std::is_polymorphic<ka_time_zone>());
+static_assert(sizeof(void*) != 8 ||
+              (sizeof(ka_time_and_date) == 24 && sizeof(ka_calendar_date) == 32 &&
+               sizeof(ka_stopwatch) == 48 && sizeof(error) == 528 && sizeof(ka_time_zone_rule) == 48));
 static_assert(!std::is_base_of_v<std::exception, error> && std::has_virtual_destructor_v<ka_varnel_error>);
 static_assert(std::is_nothrow_copy_constructible_v<error> && std::is_nothrow_copy_assignable_v<error>);
 static_assert(std::is_nothrow_move_constructible_v<error> && std::is_nothrow_move_assignable_v<error>);
@@ -61,38 +111,39 @@ TEST(layout, fields_stand_in_their_order)
         EXPECT_EQ(field<unsigned short>(number, 2u + 2u * digit), digit + 1);
 
     const ka_time_period length(7, 8);
-    EXPECT_EQ(field<long long>(length, 0), 7);
-    EXPECT_EQ(field<int>(length, 8), 8);
+    EXPECT_EQ(field<long long>(length, offsetof(period_fields, seconds)), 7);
+    EXPECT_EQ(field<int>(length, offsetof(period_fields, microseconds)), 8);
 
     const ka_calendar_date recurring(length, 3, ka_last, 6);
-    EXPECT_EQ(field<ka_time_period>(recurring, 0), length);
-    EXPECT_EQ(field<unsigned short>(recurring, 16), 3);
-    EXPECT_EQ(field<unsigned short>(recurring, 18), 0);
-    EXPECT_EQ(field<unsigned short>(recurring, 20), 6);
-    EXPECT_EQ(field<ka_which_one>(recurring, 24), ka_last);
+    EXPECT_EQ(field<ka_time_period>(recurring, offsetof(point_fields, when)), length);
+    EXPECT_EQ(field<unsigned short>(recurring, offsetof(point_fields, month)), 3);
+    EXPECT_EQ(field<unsigned short>(recurring, offsetof(point_fields, day)), 0);
+    EXPECT_EQ(field<unsigned short>(recurring, offsetof(point_fields, weekday)), 6);
+    EXPECT_EQ(field<ka_which_one>(recurring, offsetof(point_fields, week)), ka_last);
 
     const ka_time_and_date moment;
-    EXPECT_EQ(field<ka_time_period>(moment, 0), moment.utc_time_and_date());
-    EXPECT_EQ(field<const ka_time_zone*>(moment, 16), &moment.time_zone());
+    EXPECT_EQ(field<ka_time_period>(moment, offsetof(moment_fields, instant)), moment.utc_time_and_date());
+    EXPECT_EQ(field<const ka_time_zone*>(moment, offsetof(moment_fields, zone)), &moment.time_zone());
 
     ka_stopwatch watch;
     watch.start(), watch.stop(), watch.start();
-    EXPECT_EQ(field<const ka_time_zone*>(watch, 16), &ka_time_and_date::default_time_zone());
-    EXPECT_TRUE(field<bool>(watch, 40));
+    EXPECT_EQ(field<const ka_time_zone*>(watch, offsetof(watch_fields, start.zone)),
+              &ka_time_and_date::default_time_zone());
+    EXPECT_TRUE(field<bool>(watch, offsetof(watch_fields, running)));
     watch.stop();
-    EXPECT_EQ(field<ka_time_period>(watch, 24), watch.lap());
+    EXPECT_EQ(field<ka_time_period>(watch, offsetof(watch_fields, elapsed)), watch.lap());
 
     ka_simple_time_zone_rule rule(recurring, recurring, 1, 2, length);
-    EXPECT_EQ(field<const ka_calendar_date*>(rule, 8), &rule.start_point());
-    EXPECT_EQ(field<const ka_calendar_date*>(rule, 16), &rule.end_point());
-    EXPECT_EQ(field<short>(rule, 24), 1);
-    EXPECT_EQ(field<short>(rule, 26), 2);
-    EXPECT_EQ(field<ka_time_period>(rule, 32), length);
-    EXPECT_EQ(field<ka_time_period>(ka_time_zone(length), 64), length);
+    EXPECT_EQ(field<const ka_calendar_date*>(rule, offsetof(rule_fields, start_point)), &rule.start_point());
+    EXPECT_EQ(field<const ka_calendar_date*>(rule, offsetof(rule_fields, end_point)), &rule.end_point());
+    EXPECT_EQ(field<short>(rule, offsetof(rule_fields, start_year)), 1);
+    EXPECT_EQ(field<short>(rule, offsetof(rule_fields, end_year)), 2);
+    EXPECT_EQ(field<ka_time_period>(rule, offsetof(rule_fields, adjustment)), length);
+    EXPECT_EQ(field<ka_time_period>(ka_time_zone(length), offsetof(zone_fields, offset)), length);
 
     const error thrown(4, "text");
     EXPECT_EQ(reinterpret_cast<const char*>(&thrown) + sizeof(void*), thrown.what());
-    EXPECT_EQ(field<int>(thrown, sizeof(void*) + 512), 4);
+    EXPECT_EQ(field<int>(thrown, offsetof(error_fields, code)), 4);
 }
 
 TEST(layout, versions_of_headers_and_library_agree)

@@ -1,6 +1,8 @@
 #include <sys/time.h>
 
 #include <climits>
+#include <limits>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -13,6 +15,9 @@ namespace {
 
 constexpr const char* source = "time/src/tperiod";
 
+using record_seconds = decltype(timeval::tv_sec);
+using record_microseconds = decltype(timeval::tv_usec);
+
 static_assert(ka_time_period(1, 600000) + ka_time_period(1, 600000) == ka_time_period(3, 200000));
 
 }
@@ -20,23 +25,25 @@ static_assert(ka_time_period(1, 600000) + ka_time_period(1, 600000) == ka_time_p
 TEST(time_period, refused_fields)
 {
     ka_time_period period(1, 2);
-    const auto refused = [&](const char* shown, auto set) {
+    const auto refused = [&](const std::string& shown, auto set) {
         expect_error("invalid_time_period", shown, source, set);
         EXPECT_EQ(period, ka_time_period(1, 2));
     };
     refused("Seconds: 5 Microseconds: -2147483648", [&] { period.time_period(5, INT_MIN); });
     refused("Seconds: -5 Microseconds: 1", [&] { period = ka_time_period(-5, 1); });
-    refused("Seconds: 0 Microseconds: -4294967296", [&] { period = timeval{0, -1ll << 32}; });
+    const auto fewest = std::numeric_limits<record_microseconds>::min();
+    refused("Seconds: 0 Microseconds: " + std::to_string(fewest), [&] { period = timeval{0, fewest}; });
     refused("Seconds: 0 Microseconds: 1000000", [&] { period = ka_time_period(timeval{0, 1000000}); });
     refused("Days: 0 Hours: 2147483647 Minutes: 0 Seconds: -1 Microseconds: 1000000",
             [&] { period.time_period(0, INT_MAX, 0, -1, 1000000); });
-    EXPECT_EQ(period = -5000000000l, ka_time_period(-5000000000, 0));
+    EXPECT_EQ(period = -5000000000, ka_time_period(-5000000000, 0));
+    EXPECT_EQ(period = -2000000000l, ka_time_period(-2000000000, 0));
 }
 
 TEST(time_period, to_the_record_of_the_system)
 {
     const timeval record = ka_time_period(-5000000000, -999999);
-    EXPECT_EQ(record.tv_sec, -5000000000);
+    EXPECT_EQ(record.tv_sec, static_cast<record_seconds>(-5000000000)); // the low bits, where it has 32
     EXPECT_EQ(record.tv_usec, -999999);
 }
 

@@ -1,0 +1,8 @@
+# IBM Z with glibc, big-endian. What it builds is run by qemu.
+set(CMAKE_SYSTEM_NAME Linux)
+set(CMAKE_SYSTEM_PROCESSOR s390x)
+set(CMAKE_CXX_COMPILER s390x-linux-gnu-g++)
+set(CMAKE_C_COMPILER s390x-linux-gnu-gcc)
+set(CMAKE_CROSSCOMPILING_EMULATOR "qemu-s390x;-L;/usr/s390x-linux-gnu")
+set(CMAKE_FIND_ROOT_PATH /usr/s390x-linux-gnu)
+include(${CMAKE_CURRENT_LIST_DIR}/cross.cmake)
