@@ -9,10 +9,10 @@
 
 #include "../tests/support/plain_calendar.h"
 #include "values.h"
+#include "wide.h"
 
 namespace {
 
-__extension__ typedef __int128 int128;
 using std::string, std::string_view;
 
 constexpr long long million = 1000000;
@@ -209,7 +209,7 @@ void check_duration(input& in)
     }
     if (text.back() == 'T')
         return;
-    constexpr int128 limit = int128{1} << 63;
+    constexpr int128 limit = 1ull << 63;
     const auto read = ka_read_iso_duration(text);
     // 64 bits have to hold each part, and the sum on the way.
     if (most < limit)

@@ -21,33 +21,34 @@ public:
     {}
 
     template <std::integral Number>
-    explicit operator Number() const
+    explicit constexpr operator Number() const
     {
         return static_cast<Number>(low_);
     }
 
     bool operator==(const int128&) const = default;
-    friend std::strong_ordering operator<=>(const int128& a, const int128& b)
+    friend constexpr std::strong_ordering operator<=>(const int128& a, const int128& b)
     {
         const auto order = static_cast<long long>(a.high_) <=> static_cast<long long>(b.high_);
         return order != 0 ? order : a.low_ <=> b.low_;
     }
 
-    int128 operator-() const
+    constexpr int128 operator-() const
     {
         int128 negated = ~low_ + 1;
         negated.high_ = ~high_ + (low_ == 0);
         return negated;
     }
-    friend int128 operator+(int128 a, const int128& b)
+    friend constexpr int128 operator+(int128 a, const int128& b)
     {
         a.low_ += b.low_;
         a.high_ += b.high_ + (a.low_ < b.low_);
         return a;
     }
-    friend int128 operator-(const int128& a, const int128& b) { return a + -b; }
+    constexpr int128& operator+=(const int128& b) { return *this = *this + b; }
+    friend constexpr int128 operator-(const int128& a, const int128& b) { return a + -b; }
 
-    friend int128 operator*(const int128& a, const int128& b)
+    friend constexpr int128 operator*(const int128& a, const int128& b)
     {
         int128 product = 0;
         for (int place = 127; place >= 0; --place) {
@@ -58,7 +59,7 @@ public:
         return product;
     }
 
-    friend int128 operator/(const int128& a, const int128& b)
+    friend constexpr int128 operator/(const int128& a, const int128& b)
     {
         const int128 divisor = b < 0 ? -b : b;
         const int128 dividend = a < 0 ? -a : a;
@@ -73,10 +74,13 @@ public:
         }
         return (a < 0) == (b < 0) ? quotient : -quotient;
     }
-    friend int128 operator%(const int128& a, const int128& b) { return a - a / b * b; }
+    friend constexpr int128 operator%(const int128& a, const int128& b) { return a - a / b * b; }
 
 private:
-    int bit(int place) const { return ((place < 64 ? low_ >> place : high_ >> (place - 64)) & 1) != 0; }
+    constexpr int bit(int place) const
+    {
+        return ((place < 64 ? low_ >> place : high_ >> (place - 64)) & 1) != 0;
+    }
 
     half high_, low_;
 };

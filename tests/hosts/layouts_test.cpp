@@ -26,7 +26,7 @@ public:
                "am_pm \"AM\";\"PM\"\n"
             << "d_t_fmt \"" << timedate << "\"\nd_fmt \"" << date << "\"\nt_fmt \"" << time
             << "\"\nt_fmt_ampm \"%r\"\nEND LC_TIME\n";
-        output_of("localedef -c -i '" + source + "' -f UTF-8 '" + folder_ + "/xx_XX.UTF-8'");
+        output_of(LOCALEDEF " -c -i '" + source + "' -f UTF-8 '" + folder_ + "/xx_XX.UTF-8'");
     }
     ~crafted_locale() { std::filesystem::remove_all(folder_); }
 
@@ -35,7 +35,7 @@ public:
     {
         const std::string text = output_of(
             "env -i PATH=/usr/bin:/bin TZ=UTC0 ASAN_OPTIONS=detect_leaks=0 LC_TIME=xx_XX.UTF-8 LOCPATH='" +
-            folder_ + "' '" PROBE "'");
+            folder_ + "' " PROBE);
         const std::size_t line = ("\n" + text).find("\n" + key + "=");
         return line == text.npos ? text
                                  : text.substr(line, text.find('\n', line) - line).substr(key.size() + 1);

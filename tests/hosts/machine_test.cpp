@@ -67,7 +67,7 @@ void set_clock(std::time_t moment)
 /// Noon of a day, universal time, as a `time_t`.
 std::time_t noon(unsigned short month, unsigned short day, short year)
 {
-    return (ka_date(month, day, year).julian_day() - 2440588) * 86400ll + 43200;
+    return static_cast<std::time_t>((ka_date(month, day, year).julian_day() - 2440588) * 86400ll + 43200);
 }
 
 class machine : public testing::Test {
@@ -179,6 +179,16 @@ TEST_F(machine, without_a_clock_fails)
     expect_failure();
     restart();
     expect_failure();
+}
+
+TEST_F(machine, that_sets_its_clock_back_shows_on_a_stopwatch)
+{
+    set_clock(noon(1, 15, 2026));
+    ka_stopwatch watch;
+    watch.start();
+    set_clock(noon(1, 15, 2026) - 3600);
+    watch.stop();
+    EXPECT_EQ(watch.lap(), ka_time_period(-3600));
 }
 
 TEST_F(machine, chooses_the_zone_that_agrees_today)

@@ -39,16 +39,6 @@ bool agrees_with_machine()
     return false;
 }
 
-/// What a stopwatch reads when the machine's clock is set back an hour as it runs.
-std::string run_over_a_step()
-{
-    ka_stopwatch watch;
-    watch.start();
-    setenv("FAKETIME", "@2026-01-15 11:00:00", 1);
-    watch.stop();
-    return watch.lap().to_string();
-}
-
 struct grouping : std::numpunct<char> {
     char do_thousands_sep() const override { return ','; }
     std::string do_grouping() const override { return "\3"; }
@@ -102,6 +92,4 @@ int main(int argc, char** argv)
     say("refusal", refusal());
     say("period", ka_time_period(1234567, 1).to_string());
     say("child", std::to_string(status_of_child()));
-    if (argc > 1 && std::strcmp(argv[1], "set-back") == 0)
-        say("step", run_over_a_step());
 }
