@@ -111,6 +111,7 @@ TEST(read, refusals_tell_what_stood_where)
         {"4 7 2024", "%B %Y", "failure: end of text at 5, a day, in %B %Y"},
         {"4 7 2024", "%d %m %s", "failure: end of text at 8, a year, in %d %m %s"},
         {"4 7 2024", "%d %Q %Y", "failure: %Q at 3, a code to read by, in %d %Q %Y"},
+        {"4 7 20242024", "%d %m %Y%s", "failure: %s at 8, a code to read by, in %d %m %Y%s"},
         {"4 7 2024", "%d %", "failure: % at 3, a code to read by, in %d %"},
         {"4 7 2024", "%Y %012D", "failure: %0 at 3, a code to read by, in %Y %012D"},
     };

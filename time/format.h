@@ -106,10 +106,10 @@ private:
                 continue;
             if (piece.is_cut_off)
                 refuse("a % without a code behind it in the format of a date or time");
-            const ka_format_code* const code = ka_format_code_of(piece.letter);
-            if (code == nullptr && is_letter(piece.letter))
+            const int row = ka_format_row_of(piece.letter);
+            if (row < 0 && is_letter(piece.letter))
                 refuse("a letter that is no code in the format of a date or time");
-            if (code != nullptr && wants_a_date(*code))
+            if (row >= 0 && wants_a_date(ka_format_codes[row]))
                 refuse("a code that only a date has in the format of a time of day");
         }
     }

@@ -165,11 +165,14 @@ inline constexpr ka_format_code ka_format_codes[] = {
 };
 // clang-format on
 
-/// The row of a letter, or null where a letter is no code.
-constexpr const ka_format_code* ka_format_code_of(char letter) noexcept
+/// The place of a letter's row in the table, or -1 where the letter is no code.
+constexpr int ka_format_row_of(char letter) noexcept
 {
-    for (const ka_format_code& code : ka_format_codes)
+    int row = 0;
+    for (const ka_format_code& code : ka_format_codes) {
         if (code.letter == letter)
-            return &code;
-    return nullptr;
+            return row;
+        ++row;
+    }
+    return -1;
 }

@@ -91,10 +91,11 @@ constexpr ka_told_fields ka_fields_of(std::string_view format) noexcept
     ka_told_fields told = 0;
     for (ka_format_pieces pieces(format); !pieces.is_at_end();) {
         const ka_format_piece piece = pieces.next();
-        const ka_format_code* const code = piece.is_code ? ka_format_code_of(piece.letter) : nullptr;
-        if (code != nullptr)
-            told |= code->field == ka_format_field::pieces ? ka_fields_of(code->format)
-                                                           : ka_field_bit(code->field);
+        const int row = piece.is_code ? ka_format_row_of(piece.letter) : -1;
+        if (row < 0)
+            continue;
+        const ka_format_code& code = ka_format_codes[row];
+        told |= code.field == ka_format_field::pieces ? ka_fields_of(code.format) : ka_field_bit(code.field);
     }
     return told;
 }
@@ -108,23 +109,43 @@ constexpr std::string_view::size_type ka_misplaced_code(std::string_view format)
         const ka_format_piece piece = pieces.next();
         const bool is_letter =
             ('a' <= piece.letter && piece.letter <= 'z') || ('A' <= piece.letter && piece.letter <= 'Z');
-        if (piece.is_cut_off || (piece.is_code && is_letter && ka_format_code_of(piece.letter) == nullptr))
+        if (piece.is_cut_off || (piece.is_code && is_letter && ka_format_row_of(piece.letter) < 0))
             return place;
     }
     return format.npos;
 }
 
+/// Whether a row is that of a number of no fixed width, whatever stands behind.
+constexpr bool ka_is_of_any_width(int row) noexcept
+{
+    if (row < 0)
+        return false;
+    const ka_format_field field = ka_format_codes[row].field;
+    return field == ka_format_field::year || field == ka_format_field::year_of_era ||
+           field == ka_format_field::year_with_era || field == ka_format_field::century;
+}
+
+/// Whether a row is that of a code which stands for pieces, the user's layouts among them.
+constexpr bool ka_stands_for_pieces(int row) noexcept
+{
+    return row >= 0 && ka_format_codes[row].form == ka_format_form::format &&
+           ka_format_codes[row].field != ka_format_field::year_with_era;
+}
+
 /// The same, and the codes that can't be read: those of several fields, padded
-/// with zeros or to the left.
+/// with zeros or to the left, and one of two numbers of any width side by side.
 constexpr std::string_view::size_type ka_unreadable_code(std::string_view format) noexcept
 {
+    int before = -1;
     for (ka_format_pieces pieces(format); !pieces.is_at_end();) {
         const std::string_view::size_type place = format.size() - pieces.rest().size();
         const ka_format_piece piece = pieces.next();
-        const ka_format_code* const code = piece.is_code ? ka_format_code_of(piece.letter) : nullptr;
-        if (code != nullptr && code->form == ka_format_form::format &&
-            code->field != ka_format_field::year_with_era && (piece.is_left || piece.fill == '0'))
+        const int row = piece.is_code ? ka_format_row_of(piece.letter) : -1;
+        if (ka_is_of_any_width(before) && ka_is_of_any_width(row))
             return place;
+        if (ka_stands_for_pieces(row) && (piece.is_left || piece.fill == '0'))
+            return place;
+        before = row;
     }
     return ka_misplaced_code(format);
 }

@@ -11,7 +11,7 @@
 
 namespace {
 
-inline printed_value value_of(const ka_date& date, const ka_language_texts& language)
+[[gnu::always_inline]] inline printed_value value_of(const ka_date& date, const ka_language_texts& language)
 {
     unsigned short month = 0, day = 0;
     short year = 0;
@@ -21,7 +21,7 @@ inline printed_value value_of(const ka_date& date, const ka_language_texts& lang
         {0, 0, 0, month, day}, 0, year, false, known_day, ka_time_and_date::default_time_zone(), language};
 }
 
-inline printed_value value_of(const ka_time& time, const ka_language_texts& language)
+[[gnu::always_inline]] inline printed_value value_of(const ka_time& time, const ka_language_texts& language)
 {
     return {{time.hours(), time.minutes(), time.seconds(), 0, 0},
             time.microseconds(),
@@ -32,7 +32,8 @@ inline printed_value value_of(const ka_time& time, const ka_language_texts& lang
             language};
 }
 
-inline printed_value value_of(const ka_time_and_date& moment, const ka_language_texts& language)
+[[gnu::always_inline]] inline printed_value value_of(const ka_time_and_date& moment,
+                                                     const ka_language_texts& language)
 {
     return printed(moment, language);
 }

@@ -15,9 +15,8 @@ constexpr int row_of(char letter)
     constexpr by_letter<signed char> rows = [] {
         by_letter<signed char> found = {};
         found.fill(-1);
-        for (const ka_format_code& code : ka_format_codes)
-            found[static_cast<unsigned char>(code.letter)] =
-                static_cast<signed char>(&code - ka_format_codes);
+        for (std::size_t row = 0; row < std::size(ka_format_codes); ++row)
+            found[static_cast<unsigned char>(ka_format_codes[row].letter)] = static_cast<signed char>(row);
         return found;
     }();
     return rows[static_cast<unsigned char>(letter)];

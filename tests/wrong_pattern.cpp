@@ -1,0 +1,3 @@
+#include <time/read.h>
+
+auto result() { return EXPRESSION; }
