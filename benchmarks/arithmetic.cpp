@@ -119,8 +119,8 @@ std::vector<operation> arithmetic_operations()
 std::vector<operation> all_operations()
 {
     std::vector<operation> all = calendar_operations();
-    for (const auto& topic :
-         {zone_operations(), world_operations(), text_operations(), arithmetic_operations()})
+    for (const auto& topic : {zone_operations(), world_operations(), text_operations(), exchange_operations(),
+                              arithmetic_operations()})
         all.insert(all.end(), topic.begin(), topic.end());
     return all;
 }

@@ -3,7 +3,9 @@
 #include <array>
 #include <cstdint>
 #include <cstdlib>
+#include <ctime>
 #include <random>
+#include <string>
 
 #include "operations.h"
 
@@ -77,5 +79,34 @@ auto made_column(Function function)
     column<decltype(function(std::size_t{}))> made;
     for (std::size_t i = 0; i < input_count; ++i)
         made[i] = function(i);
+    return made;
+}
+
+/// 2024-07-04T18:28:38, a NUL, and room for what a writer needs.
+using stamp_text = std::array<char, 64>;
+
+/// The early seconds as such a text, which ends as `end` says.
+inline column<std::string> made_stamps(const char* end)
+{
+    return made_column([end](std::size_t i) {
+        const std::time_t seconds = inputs().early[i];
+        std::tm fields;
+        gmtime_r(&seconds, &fields);
+        char text[40];
+        std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S", &fields);
+        return std::string(text) + end;
+    });
+}
+
+inline const column<std::string>& stamps()
+{
+    static const auto made = made_stamps("");
+    return made;
+}
+
+/// With a fraction and an offset.
+inline const column<std::string>& full_stamps()
+{
+    static const auto made = made_stamps(".123456+02:00");
     return made;
 }

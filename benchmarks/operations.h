@@ -35,6 +35,7 @@ std::vector<operation> calendar_operations();
 std::vector<operation> zone_operations();
 std::vector<operation> world_operations();
 std::vector<operation> text_operations();
+std::vector<operation> exchange_operations();
 std::vector<operation> arithmetic_operations();
 std::vector<operation> all_operations();
 

@@ -130,6 +130,19 @@ auto found()
     };
 }
 
+auto parsing(const char* format, const column<std::string>& in)
+{
+    return [format, &in](std::size_t i) {
+        absl::Time at;
+        std::string error;
+        absl::ParseTime(format, in[i], &at, &error);
+        return at;
+    };
+}
+
+auto read_stamp() { return parsing("%Y-%m-%dT%H:%M:%S", stamps()); }
+auto read_full_stamp() { return parsing(absl::RFC3339_full, full_stamps()); }
+
 const peers rows = {
     {"operator tm in a world zone, 1970 to 2037", "Abseil", run_all<read_early>,
      result_of<read_early, shown>},
@@ -150,6 +163,8 @@ const peers rows = {
     {"period - period", "Abseil", subtract},
     {"period < period", "Abseil", compare},
     {"period / int", "Abseil", divide},
+    {"19 characters to a moment", "Abseil", run_all<read_stamp>},
+    {"RFC 3339 with offset and fraction to a moment", "Abseil", run_all<read_full_stamp>},
 };
 
 }

@@ -1,5 +1,6 @@
 #include <boost/date_time/gregorian/gregorian_types.hpp>
 #include <boost/date_time/posix_time/posix_time_types.hpp>
+#include <boost/date_time/posix_time/time_parsers.hpp>
 #include <boost/multiprecision/cpp_int.hpp>
 
 #include "inputs.h"
@@ -128,6 +129,12 @@ void wide_divide()
     for_each_input([&](std::size_t i) { return wide(a[i] / b[i]); });
 }
 
+auto read_stamp()
+{
+    const auto& in = stamps();
+    return [&in](std::size_t i) { return boost::posix_time::from_iso_extended_string(in[i]); };
+}
+
 const peers rows = {
     {"day number to month, day, year", "Boost", split},
     {"month(), day(), year()", "Boost", split},
@@ -140,6 +147,7 @@ const peers rows = {
     {"period / int, to 43 bits of seconds", "Boost", divide_any},
     {"ka_wint * ka_wint", "Boost", wide_multiply},
     {"ka_wint / ka_wint", "Boost", wide_divide},
+    {"19 characters to a moment", "Boost", run_all<read_stamp>},
 };
 
 }

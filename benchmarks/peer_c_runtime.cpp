@@ -1,7 +1,9 @@
 #include <sys/time.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
+#include <iomanip>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -169,6 +171,77 @@ void refuse()
     });
 }
 
+std::time_t second_of(const char* text, std::tm& fields)
+{
+    fields = {};
+    if (strptime(text, "%Y-%m-%dT%H:%M:%S", &fields) == nullptr)
+        throw std::invalid_argument("stamp");
+    return timegm(&fields);
+}
+
+auto read_stamp()
+{
+    const auto& in = stamps();
+    return [&in](std::size_t i) {
+        std::tm fields;
+        return second_of(in[i].c_str(), fields);
+    };
+}
+
+auto read_stamp_from_stream()
+{
+    const auto& in = stamps();
+    return [&in](std::size_t i) {
+        std::istringstream stream(in[i]);
+        std::tm fields = {};
+        stream >> std::get_time(&fields, "%Y-%m-%dT%H:%M:%S");
+        return timegm(&fields);
+    };
+}
+
+/// Seconds and microseconds; the runtime reads no fraction.
+struct fine_second {
+    std::time_t second;
+    long microsecond;
+};
+
+std::string fine_shown(const fine_second& at)
+{
+    char text[40];
+    std::snprintf(text, sizeof text, "%lld.%06ld", static_cast<long long>(at.second), at.microsecond);
+    return text;
+}
+
+auto read_full_stamp()
+{
+    const auto& in = full_stamps();
+    return [&in](std::size_t i) {
+        std::tm fields = {};
+        const char* at = strptime(in[i].c_str(), "%Y-%m-%dT%H:%M:%S.", &fields);
+        char* end = nullptr;
+        const long fraction = std::strtol(at, &end, 10);
+        if (strptime(end, "%z", &fields) == nullptr)
+            throw std::invalid_argument("stamp");
+        const long ahead = fields.tm_gmtoff;
+        return fine_second{timegm(&fields) - ahead, fraction};
+    };
+}
+
+auto write_stamp()
+{
+    const auto& in = inputs().early;
+    return [&in](std::size_t i) {
+        const std::time_t second = in[i];
+        std::tm fields;
+        gmtime_r(&second, &fields);
+        stamp_text text;
+        std::strftime(text.data(), text.size(), "%Y-%m-%dT%H:%M:%SZ", &fields);
+        return text;
+    };
+}
+
+std::string stamp_shown(const stamp_text& text) { return std::string(text.data(), 20); }
+
 const peers rows = {
     {"operator tm in a world zone, 1970 to 2037", "localtime_r", run_all<read_early>,
      result_of<read_early, fields_text>},
@@ -190,6 +263,14 @@ const peers rows = {
      result_of<with_names>},
     {"ka_date::to_string, %m/%d/%Y", "strftime", run_all<date_text>, result_of<date_text>},
     {"ka_time::to_string", "strftime", run_all<clock_text>, result_of<clock_text>},
+    {"19 characters to a moment", "strptime + timegm", run_all<read_stamp>,
+     result_of<read_stamp, second_shown>},
+    {"19 characters to a moment", "std::get_time + timegm", run_all<read_stamp_from_stream>,
+     result_of<read_stamp_from_stream, second_shown>},
+    {"RFC 3339 with offset and fraction to a moment", "strptime + strtol + timegm", run_all<read_full_stamp>,
+     result_of<read_full_stamp, fine_shown>},
+    {"moment to RFC 3339 in a buffer", "gmtime_r + strftime", run_all<write_stamp>,
+     result_of<write_stamp, stamp_shown>},
     {"period + period", "timeradd", add},
     {"period - period", "timersub", subtract},
     {"period < period", "timercmp", compare},

@@ -118,6 +118,28 @@ auto loaded()
     };
 }
 
+auto read_stamp()
+{
+    const auto& in = stamps();
+    return [&in, utc = cctz::utc_time_zone()](std::size_t i) {
+        moment at;
+        cctz::parse("%Y-%m-%dT%H:%M:%S", in[i], utc, &at);
+        return at;
+    };
+}
+
+std::string stamp_shown(const moment& at) { return std::to_string(at.time_since_epoch().count()); }
+
+auto read_full_stamp()
+{
+    const auto& in = full_stamps();
+    return [&in, utc = cctz::utc_time_zone()](std::size_t i) {
+        fine_moment at;
+        cctz::parse("%Y-%m-%dT%H:%M:%E*S%Ez", in[i], utc, &at);
+        return at;
+    };
+}
+
 const peers rows = {
     {"operator tm in a world zone, 1970 to 2037", "cctz", run_all<read_early>, result_of<read_early, shown>},
     {"operator tm in a world zone, 2040 to 2100", "cctz", run_all<read_late>, result_of<read_late, shown>},
@@ -133,6 +155,8 @@ const peers rows = {
     {"local to universal, 2040 to 2100", "cctz", run_all<set_late>, result_of<set_late, second_shown>},
     {"moment to date, time, microseconds", "cctz", run_all<with_microseconds>, result_of<with_microseconds>},
     {"moment to a long text with names", "cctz", run_all<with_names>, result_of<with_names>},
+    {"19 characters to a moment", "cctz", run_all<read_stamp>, result_of<read_stamp, stamp_shown>},
+    {"RFC 3339 with offset and fraction to a moment", "cctz", run_all<read_full_stamp>},
 };
 
 }

@@ -96,6 +96,43 @@ bool read_at_once(std::string_view text, int& julian_day, told_time& time) noexc
     return true;
 }
 
+/// Two digits, or a number above any that is asked for.
+int pair_at(const char* text) noexcept
+{
+    const auto tens = static_cast<unsigned char>(text[0] - '0'),
+               ones = static_cast<unsigned char>(text[1] - '0');
+    return tens <= 9 && ones <= 9 ? tens * 10 + ones : 100;
+}
+
+/// The fraction and the offset behind the first 19 characters, likewise.
+bool read_end_at_once(std::string_view text, told_time& time, told_offset& offset) noexcept
+{
+    constexpr int places[] = {1000000, 100000, 10000, 1000, 100, 10, 1};
+    const char* next = text.data() + 19;
+    const char* const end = text.data() + text.size();
+    if (next != end && *next == '.') {
+        const char* const first = ++next;
+        int digits = 0;
+        for (; next != end && next != first + 6 && scanner::is_digit(*next); ++next)
+            digits = 10 * digits + (*next - '0');
+        if (next == first)
+            return false;
+        time.microsecond = digits * places[next - first];
+        while (next != end && scanner::is_digit(*next))
+            ++next;
+    }
+    if (end - next == 1)
+        return offset.is_zulu = *next == 'Z';
+    if (end - next != 6 || next[3] != ':' || (*next != '+' && *next != '-'))
+        return false;
+    const int hours = pair_at(next + 1), minutes = pair_at(next + 4);
+    const int seconds = (hours * 60 + minutes) * 60;
+    if (hours > 23 || minutes > 59 || seconds == 0)
+        return false;
+    offset.seconds = *next == '-' ? -seconds : seconds;
+    return true;
+}
+
 bool read_date_and_time(scanner& in, int& julian_day, told_time& time) noexcept
 {
     if (!read_date(in, julian_day))
@@ -139,6 +176,22 @@ bool read_local_clock(scanner& in, std::string_view text, int& julian_day, told_
 
 using namespace exchange;
 
+namespace {
+
+/// Any text, and what is wrong with it.
+ka_read_result<ka_told_moment> read_in_steps(std::string_view text) noexcept
+{
+    scanner in(text);
+    int julian_day = 0;
+    told_time time;
+    told_offset offset;
+    if (!read_local_clock(in, text, julian_day, time) || !read_offset(in, offset) || !in.ends())
+        return in.failure();
+    return result_of(in, julian_day, time, offset);
+}
+
+}
+
 std::string ka_rfc3339(const ka_time_and_date& moment, ka_fraction fraction)
 {
     return string_of(
@@ -153,13 +206,12 @@ std::to_chars_result ka_write_rfc3339(char* first, char* last, const ka_time_and
 
 ka_read_result<ka_told_moment> ka_read_rfc3339(std::string_view text) noexcept
 {
-    scanner in(text);
     int julian_day = 0;
     told_time time;
     told_offset offset;
-    if (!read_local_clock(in, text, julian_day, time) || !read_offset(in, offset) || !in.ends())
-        return in.failure();
-    return result_of(in, julian_day, time, offset);
+    if (read_at_once(text, julian_day, time) && read_end_at_once(text, time, offset)) [[likely]]
+        return result_of(scanner(text, text.size()), julian_day, time, offset);
+    return read_in_steps(text);
 }
 
 ka_read_result<ka_time_and_date> ka_read_rfc3339(std::string_view text, const ka_time_zone& zone,
