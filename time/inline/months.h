@@ -32,23 +32,17 @@ struct ka_month_arithmetic {
         }
     };
 
-    [[noreturn]] static void refuse(int code, long long shown, int line)
+    [[noreturn]] static void refuse(ka_error code, long long shown, int line)
     {
         const std::string text = std::string(ka_time_varnel_error::symbol(code)) + ": " +
                                  std::to_string(shown) + " [time/inline/months:" + std::to_string(line) + "]";
         throw ka_time_varnel_error(code, text.c_str());
     }
 
-    // The codes of what is refused here.
-    static constexpr int invalid_date = 3;
-    static constexpr int invalid_weekday = 5;
-    static constexpr int invalid_week = 6;
-    static constexpr int invalid_year = 8;
-
     static constexpr short checked_year(long long year, int line)
     {
         if (year < -0x8000 || year > 0x7fff || !ka_date::is_year(static_cast<short>(year)))
-            refuse(invalid_year, year, line);
+            refuse(ka_invalid_year, year, line);
         return static_cast<short>(year);
     }
 
@@ -59,9 +53,9 @@ struct ka_month_arithmetic {
         const auto narrow_month = static_cast<unsigned short>(1 <= month && month <= 12 ? month : 0);
         const auto narrow_year = static_cast<short>(-4713 <= year && year <= last_year ? year : 0);
         if (narrow_month == 0)
-            refuse(invalid_date, month, __LINE__);
+            refuse(ka_invalid_date, month, __LINE__);
         if (narrow_year == 0)
-            refuse(invalid_date, year, __LINE__);
+            refuse(ka_invalid_date, year, __LINE__);
         return ka_date(narrow_month, 1, narrow_year);
     }
 
@@ -78,15 +72,6 @@ struct ka_month_arithmetic {
         }
         return ka_date(ka_date::calc_julian_day(month, day, year));
     }
-
-    static constexpr long long whole_seconds(const ka_time_period& period)
-    {
-        // A period tells 32 bits of a count at a time.
-        const ka_time_period days = period / 86400;
-        const long long day_count =
-            (days / 0x10000000).to_seconds() * 0x10000000ll + (days % 0x10000000).to_seconds();
-        return day_count * 86400 + (period % 86400).to_seconds();
-    }
 };
 
 template <int MonthsEach>
@@ -94,8 +79,7 @@ template <std::integral Number>
 constexpr ka_calendar_count<MonthsEach>::ka_calendar_count(Number count) : count_(static_cast<int>(count))
 {
     if (!std::in_range<int>(count))
-        ka_month_arithmetic::refuse(ka_month_arithmetic::invalid_year, static_cast<long long>(count),
-                                    __LINE__);
+        ka_month_arithmetic::refuse(ka_invalid_year, static_cast<long long>(count), __LINE__);
 }
 
 template <int MonthsEach>
@@ -125,8 +109,7 @@ constexpr ka_date ka_add(const ka_date& date, ka_calendar_count<MonthsEach> coun
     const long long month = from.month_number() + count.months();
     if (month < 0 || month >= ka_month_arithmetic::count_of_months) [[unlikely]] {
         const long long year = (month < 0 ? (month - 11) / 12 : month / 12) + ka_month_arithmetic::first_year;
-        ka_month_arithmetic::refuse(ka_month_arithmetic::invalid_year,
-                                    ka_month_arithmetic::without_zero(year), __LINE__);
+        ka_month_arithmetic::refuse(ka_invalid_year, ka_month_arithmetic::without_zero(year), __LINE__);
     }
     return ka_month_arithmetic::day_of(static_cast<unsigned int>(month), from.day, end);
 }
@@ -241,9 +224,9 @@ constexpr ka_iso_week::ka_iso_week(long long year, long long week, long long wee
       weekday_(static_cast<unsigned short>(weekday))
 {
     if (week < 1 || week > weeks_of_year(year))
-        ka_month_arithmetic::refuse(ka_month_arithmetic::invalid_week, week, __LINE__);
+        ka_month_arithmetic::refuse(ka_invalid_week, week, __LINE__);
     if (weekday < 1 || weekday > 7)
-        ka_month_arithmetic::refuse(ka_month_arithmetic::invalid_weekday, weekday, __LINE__);
+        ka_month_arithmetic::refuse(ka_invalid_weekday, weekday, __LINE__);
     (void)date();
 }
 
@@ -298,14 +281,14 @@ constexpr ka_date ka_last_of_year(const ka_date& date) { return ka_date(12, 31, 
 constexpr ka_date ka_first_of_week(const ka_date& date, unsigned short first)
 {
     if (!ka_date::is_weekday(first))
-        ka_month_arithmetic::refuse(ka_month_arithmetic::invalid_weekday, first, __LINE__);
+        ka_month_arithmetic::refuse(ka_invalid_weekday, first, __LINE__);
     return ka_date(date.julian_day() - (date.weekday() + 7 - first) % 7);
 }
 
 constexpr ka_date ka_last_of_week(const ka_date& date, unsigned short first)
 {
     if (!ka_date::is_weekday(first))
-        ka_month_arithmetic::refuse(ka_month_arithmetic::invalid_weekday, first, __LINE__);
+        ka_month_arithmetic::refuse(ka_invalid_weekday, first, __LINE__);
     return ka_date(date.julian_day() + (first + 6 - date.weekday()) % 7);
 }
 
@@ -324,7 +307,7 @@ constexpr ka_days ka_days_of_year(long long year)
 constexpr ka_days ka_days_of_quarter(long long quarter, long long year)
 {
     if (quarter < 1 || quarter > 4)
-        ka_month_arithmetic::refuse(ka_month_arithmetic::invalid_date, quarter, __LINE__);
+        ka_month_arithmetic::refuse(ka_invalid_date, quarter, __LINE__);
     const ka_date first = ka_month_arithmetic::first_of(3 * quarter - 2, year);
     return ka_days(first, ka_last_of_quarter(first));
 }
@@ -409,7 +392,7 @@ constexpr std::to_chars_result ka_write_period_text(char* first, char* last, con
         const char* one;
         const char* more;
     };
-    const long long whole = ka_month_arithmetic::whole_seconds(period);
+    const long long whole = period.whole_seconds();
     const bool is_negative = whole < 0 || period.microseconds() < 0;
     // In unsigned: the lowest count of seconds has no opposite.
     const unsigned long long sign = is_negative ? ~0ull : 1;
