@@ -5,10 +5,11 @@
 #endif
 
 /// Marks what the shared library exports. Everything in the library is built
-/// with hidden visibility, so a class without this mark stays inside it. A DLL
+/// with hidden visibility, so a class without this mark stays inside it. So do
+/// all of a static one, which each program or shared library has to itself. A DLL
 /// has no visibility: it exports by the list alone, and mingw's linker finds
 /// data in it without a mark.
-#if defined(__GNUC__) && !defined(_WIN32)
+#if defined(__GNUC__) && !defined(_WIN32) && !defined(KA_TIME_VARNEL_STATIC)
 #define KA_TIME_VARNEL_API __attribute__((visibility("default")))
 #else
 #define KA_TIME_VARNEL_API

@@ -10,7 +10,7 @@ cmake --fresh -S "$sources" -B "$folder/build" -G Ninja -DCMAKE_BUILD_TYPE=Relea
 cmake --build "$folder/build" -- --quiet
 rm -rf "$folder/stage"
 cmake --install "$folder/build" --prefix "$folder/stage" >/dev/null
-if find "$folder/stage" -name '*.so' -o -name '*.so.1' | grep .; then exit 1; fi
+if find "$folder/stage" -name '*.so*' | grep .; then exit 1; fi
 
 cmake --fresh -S "$sources/tests/consumers/find_package" -B "$folder/consumer" -G Ninja \
     -DCMAKE_CXX_COMPILER="$compiler" -DCMAKE_PREFIX_PATH="$folder/stage" \
@@ -34,3 +34,23 @@ for flags in "" "-ffunction-sections -Wl,--gc-sections" "-static"; do
         \"\$sources/tests/hosts/static_lib.cpp\" $said -o \"\$folder/host\""
     "$folder/host" | diff "$folder/expected" -
 done
+
+# A program and a shared library of its own, each with the library inside: they share nothing.
+cat >"$folder/expected" <<'END'
+library made: Thursday PDT7
+host made: Thursday PDT7
+main
+host gone: Thursday PDT7
+library gone: Thursday PDT7
+END
+eval "\"\$compiler\" -std=c++20 -fPIC -fvisibility=hidden -shared \"\$sources/tests/hosts/static_lib.cpp\" $said -o \"\$folder/libuser.so\""
+eval "\"\$compiler\" -std=c++20 -Wl,--no-as-needed \"\$sources/tests/hosts/static_host.cpp\" \"\$folder/libuser.so\" $said \
+    -o \"\$folder/host\""
+"$folder/host" | diff "$folder/expected" -
+if nm -DC --defined-only "$folder/libuser.so" | grep -E ' ka_(date|time|init)'; then exit 1; fi
+
+cmake --fresh -S "$sources/tests/consumers/add_subdirectory" -B "$folder/inside" -G Ninja -DBUILD_SHARED_LIBS=OFF \
+    -DCMAKE_CXX_COMPILER="$compiler" -DLIBRARY_SOURCES="$sources" >/dev/null
+cmake --build "$folder/inside" --target consumer -- --quiet
+"$folder/inside/consumer"
+if ldd "$folder/inside/consumer" | grep ka_time_varnel; then exit 1; fi
