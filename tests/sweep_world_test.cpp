@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <time/local.h>
 #include <time/time_varnel.h>
 #include <time/world.h>
 
@@ -127,6 +128,13 @@ struct library_zone {
         return seconds_since_1970(moment);
     }
 
+    ka_local_kind kind(const std::tm& local) const
+    {
+        return ka_local_times(zone, ka_time(local.tm_hour, local.tm_min, local.tm_sec),
+                              ka_date(local.tm_mon + 1, local.tm_mday, local.tm_year + 1900))
+            .kind;
+    }
+
     static long long seconds_since_1970(const ka_time_and_date& moment)
     {
         const ka_time_period since = moment - ka_time_and_date(0);
@@ -171,9 +179,11 @@ void expect_settings(const library_zone& ours, long long change)
         if (distance < 0) {
             const bool comes_again = gap < 0 && distance >= gap;
             EXPECT_EQ(ours.set(local), comes_again ? second - gap : second);
+            EXPECT_EQ(ours.kind(local), comes_again ? ka_local_kind::repeated : ka_local_kind::once);
         } else if (gap > 0 && distance < gap) {
             // Skipped: it reads back earlier by what is skipped.
             EXPECT_EQ(ours.set(local), second - gap);
+            EXPECT_EQ(ours.kind(local), ka_local_kind::skipped);
         }
         if (distance >= 0) {
             ::gmtime_r(&shown_after, &local);
