@@ -76,6 +76,8 @@ protected:
     constexpr bool is_formula() const noexcept { return week_ != ka_none; }
 
 private:
+    friend struct ka_access;
+
     static constexpr const ka_time_period& checked_when(const ka_time_period& when);
     static constexpr unsigned short checked_month(ka_integer auto month);
     static constexpr unsigned short checked_day(long long lowest, ka_integer auto day);

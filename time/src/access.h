@@ -30,6 +30,9 @@ struct ka_access {
     /// The date of a record, or `invalid_date`.
     static ka_date date_of(const std::tm& fields) { return ka_date(fields); }
 
+    /// What hosts of 1.0 call: `hosts_of_1_0.cpp`.
+    struct refusals_of_1_0;
+
     // Zones.
 
     using rule_kind = ka_time_zone::rule_kind;
