@@ -243,8 +243,8 @@ public:
     static const std::string& month_name(ka_integer auto month);
     static const std::string& month_abbreviation(ka_integer auto month);
     /// 1 to 12 for a full or abbreviated name, else 0. Case makes no difference
-    /// to letters from A to Z, nor to others in a host that has set an
-    /// `LC_CTYPE` with one byte to a letter.
+    /// to bytes of which `tolower` makes one, as the process's `LC_CTYPE` has
+    /// it: A to Z, but for I in Turkish ones; others in one with a byte to a letter.
     static unsigned short month_index(const std::string& name);
 
     /// The full name, or `invalid_weekday`.
