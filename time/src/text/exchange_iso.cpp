@@ -44,6 +44,8 @@ auto iso_time_writer(const ka_time& time, ka_fraction fraction)
     };
 }
 
+// No year that `read_year` lets pass is refused.
+// NOLINTNEXTLINE(bugprone-exception-escape)
 bool read_week_date(scanner& in, int& julian_day) noexcept
 {
     int year = 0, week = 0, weekday = 0;

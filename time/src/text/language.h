@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -9,7 +10,7 @@ struct alternate_numbers {
     /// Codes whose number is written in `digits`, and last the year of the era.
     static constexpr std::string_view letters = "deHImMSyCY";
 
-    std::string digits[100];
+    std::array<std::string, 100> digits;
     /// From the year to that of the era.
     int era_offset = 0;
 };

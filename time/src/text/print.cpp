@@ -52,7 +52,7 @@ int number_of(const printed_value& value)
         return static_cast<int>(value.microsecond);
     else if constexpr (Field == field::hour_of_12)
         return static_cast<int>(hour_of_12(value));
-    else if constexpr (Field == field::year)
+    else if constexpr (Field == field::year || Field == field::year_with_era)
         return value.year;
     else if constexpr (Field == field::year_of_era)
         return std::abs(value.year);
@@ -72,8 +72,6 @@ int number_of(const printed_value& value)
         return hour_of(value) < 12 ? 0 : 1;
     else if constexpr (Field == field::era)
         return value.year < 0 ? 1 : 0;
-    else if constexpr (Field == field::year_with_era)
-        return value.year;
     else
         return 0;
 }

@@ -26,7 +26,7 @@ bool text_reader::read_year_with_era(const read_piece& next) noexcept
 {
     const std::size_t start = at_;
     const digits_row digits = next.digits;
-    const int row = next.row;
+    const auto row = next.row;
     int year = 0;
     for (; at_ - start < digits.most && is_digit_next(); ++at_)
         year = year * 10 + (text_[at_] - '0');

@@ -175,7 +175,8 @@ private:
                 refuse("a mark other than 0 and 1", start + 4);
             const std::string_view found = names.substr(std::min<std::size_t>(name, names.size()));
             const std::size_t length = found.find('\0');
-            if (length == std::string_view::npos || length > longest_abbreviation)
+            // What has no end is longer than anything.
+            if (length > longest_abbreviation)
                 return refuse("a name that has no end", start + 5);
             type = {offset, flag != 0, std::string(found.substr(0, length))};
         }

@@ -174,9 +174,12 @@ std::string zone_library::start_of(const std::string& name) const
             bytes = file->second.substr(0, enough);
         return bytes;
     }
-    for (const std::string& folder : folders_)
-        if (platform::read_file(folder + '/' + name, enough, bytes) != file_state::absent)
+    for (const std::string& folder : folders_) {
+        std::string path = folder;
+        path.append(1, '/').append(name);
+        if (platform::read_file(path, enough, bytes) != file_state::absent)
             break;
+    }
     return bytes;
 }
 
