@@ -316,12 +316,13 @@ TEST_F(machine, DISABLED_chooses_well_at_each_time_of_all_zones)
 TEST_F(machine, layout_of_each_language_is_read_back)
 {
     const struct {
-        const char *language, *c, *x, *X;
+        const char *language, *c, *x, *X, *ides_of_march;
     } rows[] = {
-        {"C", "Wed Dec  25 21:37:59 2019", "12/25/19", "21:37:59"},
-        {"en_US.UTF-8", "Wed 25 Dec 2019 09:37:59 after UTC0", "12/25/2019", "09:37:59 after"},
-        {"de_DE.UTF-8", "Mi 25 Dez 2019 21:37:59 UTC0", "25.12.2019", "21:37:59"},
-        {"fr_FR.UTF-8", "mer. 25 déc. 2019 21:37:59", "25/12/2019", "21:37:59"},
+        {"C", "Wed Dec  25 21:37:59 2019", "12/25/19", "21:37:59", "03/15/-44"},
+        {"en_US.UTF-8", "Wed 25 Dec 2019 09:37:59 after UTC0", "12/25/2019", "09:37:59 after",
+         "03/15/44 B.C."},
+        {"de_DE.UTF-8", "Mi 25 Dez 2019 21:37:59 UTC0", "25.12.2019", "21:37:59", "15.03.44 B.C."},
+        {"fr_FR.UTF-8", "mer. 25 déc. 2019 21:37:59", "25/12/2019", "21:37:59", "15/03/44 B.C."},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.language);
@@ -333,6 +334,7 @@ TEST_F(machine, layout_of_each_language_is_read_back)
         EXPECT_EQ(moment.to_string("%c"), row.c);
         EXPECT_EQ(moment.to_string("%x"), row.x);
         EXPECT_EQ(moment.to_string("%X"), row.X);
+        EXPECT_EQ(ka_date(3, 15, -44).to_string("%x"), row.ides_of_march);
     }
 }
 
