@@ -28,8 +28,8 @@ public:
     ka_varnel_error& operator=(const ka_varnel_error&) noexcept = default;
     virtual ~ka_varnel_error() = default;
 
-    /// The text, zero-terminated; valid as long as the object lives. It has no
-    /// exception specification, so that the override of a derived class needs none.
+    /// The text, zero-terminated; valid as long as the object lives. Declared
+    /// without `noexcept`, so that the override of a derived class needs none.
     virtual const char* what() const { return message_; }
 
 private:

@@ -119,8 +119,9 @@ std::string locale_text(const platform::named_locale& locale, const char* code, 
 alternate_numbers alternates_of(const platform::named_locale& locale)
 {
     alternate_numbers alternates;
-    for (int number = 0; number < 100; ++number)
-        alternates.digits[number] = locale_text(locale, "%Oy", fields_of(2000 + number));
+    int shown_year = 2000;
+    for (std::string& digits : alternates.digits)
+        digits = locale_text(locale, "%Oy", fields_of(shown_year++));
     const std::string year = locale_text(locale, "%Ey", fields_of(2024));
     int number = 0;
     if (std::from_chars(year.data(), year.data() + year.size(), number).ec == std::errc() && number > 100)
