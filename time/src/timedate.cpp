@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int epoch_day = 2440588;
+constexpr int epoch_day = ka_gregorian::unix_epoch;
 
 /// Midnight of a day number, as a period from day number 0.
 constexpr ka_time_period midnight_of(int julian_day) { return ka_time_period(julian_day * 86400ll); }
