@@ -117,28 +117,60 @@ void check_result(const Result& result, string_view text)
     agree(failure.length() > 0 || failure.position() == text.size(), "what stood there");
 }
 
+bool is_same(const ka_told_moment& a, const ka_told_moment& b)
+{
+    return a.moment == b.moment && a.offset == b.offset && a.is_offset_known == b.is_offset_known;
+}
+
+template <typename Value>
+bool is_same(const Value& a, const Value& b)
+{
+    return a == b;
+}
+
+/// What any reader of any text keeps to, and of the start of a text: what was
+/// read is what that part alone says.
+template <typename Read>
+void check_reader(string_view text, Read read)
+{
+    const auto whole = read(text, ka_extent::all);
+    check_result(whole, text);
+    const auto start = read(text, ka_extent::start);
+    if (!start) {
+        agree(!whole, "a text is read whose start is not");
+        return;
+    }
+    agree(start.end() <= text.size(), "end of a start");
+    const auto part = read(text.substr(0, start.end()), ka_extent::all);
+    agree(part && is_same(*part, *start), "a start is read as if nothing stood behind");
+    agree(!whole || is_same(*whole, *start), "a text and its start");
+}
+
 void check_readers(const string& text)
 {
     const auto rfc3339 = ka_read_rfc3339(text);
-    check_result(rfc3339, text);
     const auto plain = plain_rfc3339(text);
     agree(rfc3339.has_value() == plain.has_value(), "a text of RFC 3339");
     if (plain)
         agree(total(rfc3339->moment.utc_time_and_date()) == *plain, "what a text of RFC 3339 says");
     const auto date = ka_read_iso_date(text);
-    check_result(date, text);
     const auto plain_day = plain_date(text);
     agree(date.has_value() == plain_day.has_value(), "a date of ISO 8601");
     if (plain_day)
         agree(date->julian_day() == *plain_day, "what a date of ISO 8601 says");
-    check_result(ka_read_rfc5322(text), text);
-    check_result(ka_read_http_date(text), text);
-    check_result(ka_read_iso_week_date(text), text);
-    check_result(ka_read_iso_ordinal_date(text), text);
-    check_result(ka_read_iso_time(text), text);
-    check_result(ka_read_iso_duration(text), text);
-    check_result(ka_read_duration(text), text);
-    check_result(ka_read_unix_seconds(text), text);
+    check_reader(text, [](string_view all, ka_extent extent) { return ka_read_rfc3339(all, extent); });
+    check_reader(text, [](string_view all, ka_extent extent) {
+        return ka_read_rfc3339(all, ka_time_zone::pacific(), ka_local_choice::later, extent);
+    });
+    check_reader(text, ka_read_rfc5322);
+    check_reader(text, ka_read_http_date);
+    check_reader(text, ka_read_iso_date);
+    check_reader(text, ka_read_iso_week_date);
+    check_reader(text, ka_read_iso_ordinal_date);
+    check_reader(text, ka_read_iso_time);
+    check_reader(text, ka_read_iso_duration);
+    check_reader(text, ka_read_duration);
+    check_reader(text, ka_read_unix_seconds);
 }
 
 /// What is written reads back as the same.

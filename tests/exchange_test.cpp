@@ -541,3 +541,62 @@ TEST(exchange, seconds_since_1970)
     };
     expect_refusals(refused, [](std::string_view text) { return ka_read_unix_seconds(text); });
 }
+
+namespace {
+
+/// What is read of the start of a text is what the reader makes of that part alone.
+template <typename Read>
+void expect_start(std::string_view text, std::size_t end, Read read)
+{
+    SCOPED_TRACE(text);
+    const auto start = read(text, ka_extent::start);
+    ASSERT_TRUE(start.has_value()) << start.failure().message();
+    EXPECT_EQ(start.end(), end);
+    EXPECT_TRUE(read(text.substr(0, end), ka_extent::all).has_value());
+    EXPECT_FALSE(read(text, ka_extent::all).has_value());
+}
+
+}
+
+TEST(exchange, the_start_of_a_text_alone)
+{
+    using extent = ka_extent;
+    const auto rfc3339 = [](std::string_view text, extent most) { return ka_read_rfc3339(text, most); };
+    expect_start("2024-07-04T18:00:00Z door opened", 20, rfc3339);
+    expect_start("2024-07-04T18:00:00.5+02:00: open", 27, rfc3339);
+    expect_start("2024-07-04 18:00:00.1234567zulu", 28, rfc3339);
+    const auto local = [](std::string_view text, extent most) {
+        return ka_read_rfc3339(text, ka_time_zone::pacific(), ka_local_choice::earlier, most);
+    };
+    expect_start("2024-07-04 18:28:38 -0700", 19, local);
+    expect_start("2024-07-04 18:28:38.5-07:00 x", 27, local);
+    const auto rfc9557 = [](std::string_view text, extent most) {
+        return ka_read_rfc9557(text, ka_local_choice::compatible, most);
+    };
+    expect_start("2024-07-04T18:00:00[Europe/Berlin][u-ca=gregory] [x]", 48, rfc9557);
+    const auto rfc5322 = [](std::string_view text, extent most) { return ka_read_rfc5322(text, most); };
+    expect_start("Tue, 1 Jul 2003 10:52:37 +0200 (CEST), again", 30, rfc5322);
+    const auto http = [](std::string_view text, extent most) { return ka_read_http_date(text, most); };
+    expect_start("Sun, 06 Nov 1994 08:49:37 GMT; path=/", 29, http);
+    expect_start("Sun Nov  6 08:49:37 1994, a comma", 24, http);
+    const auto date = [](std::string_view text, extent most) { return ka_read_iso_date(text, most); };
+    expect_start("2024-07-04T18:00", 10, date);
+    const auto time = [](std::string_view text, extent most) { return ka_read_iso_time(text, most); };
+    expect_start("18:28 h", 5, time);
+    const auto iso = [](std::string_view text, extent most) { return ka_read_iso_duration(text, most); };
+    expect_start("P3DT7H30M/2024-07-04", 9, iso);
+    expect_start("P3D, Tuesday", 3, iso);
+    const auto people = [](std::string_view text, extent most) { return ka_read_duration(text, most); };
+    expect_start("2h05m, then home", 5, people);
+    expect_start("1 day, 3 hours  later", 14, people);
+    expect_start("1.5h 3m", 4, people);
+    const auto seconds = [](std::string_view text, extent most) { return ka_read_unix_seconds(text, most); };
+    expect_start("1720130400.25 door opened", 13, seconds);
+
+    // What has begun has to be whole.
+    EXPECT_STREQ(ka_read_iso_time("18:28: open", extent::start).failure().message(),
+                 "invalid_time:  o at 6, second, in 18:28: open");
+    EXPECT_FALSE(ka_read_rfc3339("2024-07-04T18:00:00.Z", extent::start).has_value());
+    EXPECT_FALSE(ka_read_duration("2h 5 people", extent::start).has_value());
+    EXPECT_EQ(ka_read_unix_seconds("99999999999999999999.5 x", extent::start).failure().length(), 22u);
+}

@@ -30,6 +30,13 @@
 /// `value_too_large`. `ka_read_rfc3339(text)` reads, and takes the whole text or
 /// none of it.
 ///
+///     const auto stamp = ka_read_rfc3339("2024-07-04T18:00:00Z door opened", ka_extent::start);
+///     stamp.end();   // 20
+///
+/// With `ka_extent::start` only the start of a text has to match, and what is
+/// read is what that part alone says. It reaches as far as it can: a part that
+/// may be left out, such as the fraction, has to be right once it has begun.
+///
 /// Language: English, whatever the user's is.
 /// Years: from 0 to 9999 four digits, and beyond a sign and six. They are those
 /// of ISO 8601, so 0000 is 1 B.C., -1 in `ka_date`, and -000043 is 44 B.C.
@@ -69,7 +76,8 @@ KA_TIME_VARNEL_API std::to_chars_result ka_write_rfc3339(char* first, char* last
                                                          const ka_time_and_date& moment,
                                                          ka_fraction fraction = ka_fraction::as_needed);
 /// A blank, "t" and "z" are taken too. Without an offset there is no moment.
-KA_TIME_VARNEL_API ka_read_result<ka_told_moment> ka_read_rfc3339(std::string_view text) noexcept;
+KA_TIME_VARNEL_API ka_read_result<ka_told_moment> ka_read_rfc3339(std::string_view text,
+                                                                  ka_extent extent = ka_extent::all) noexcept;
 /// The moment in a zone. A text without an offset is local time there, of which
 /// `choice` says what is meant where the clocks change; a choice to refuse, and
 /// what a rule refuses, is thrown.
@@ -79,10 +87,10 @@ KA_TIME_VARNEL_API ka_read_result<ka_told_moment> ka_read_rfc3339(std::string_vi
 ///     ka_read_rfc3339("2024-07-04T18:28:38Z", zone)->time();                          // 11:28:38
 KA_TIME_VARNEL_API ka_read_result<ka_time_and_date>
 ka_read_rfc3339(std::string_view text, const ka_time_zone& zone,
-                ka_local_choice choice = ka_local_choice::compatible);
-ka_read_result<ka_time_and_date>
-ka_read_rfc3339(std::string_view text, const ka_time_zone&& zone,
-                ka_local_choice choice = ka_local_choice::compatible) = delete;
+                ka_local_choice choice = ka_local_choice::compatible, ka_extent extent = ka_extent::all);
+ka_read_result<ka_time_and_date> ka_read_rfc3339(std::string_view text, const ka_time_zone&& zone,
+                                                 ka_local_choice choice = ka_local_choice::compatible,
+                                                 ka_extent extent = ka_extent::all) = delete;
 
 // RFC 9557: the same with the name of the zone behind it,
 // 2024-07-04T18:00:00+02:00[Europe/Berlin].
@@ -105,7 +113,8 @@ KA_TIME_VARNEL_API std::to_chars_result ka_write_rfc9557(char* first, char* last
 ///     ka_read_rfc9557("2024-07-04T18:00:00[Europe/Berlin]")->utc_time();         // 16:00
 ///     ka_read_rfc9557("2024-07-04T18:00:00+01:00[Europe/Berlin]").has_value();   // false
 KA_TIME_VARNEL_API ka_read_result<ka_time_and_date>
-ka_read_rfc9557(std::string_view text, ka_local_choice choice = ka_local_choice::compatible);
+ka_read_rfc9557(std::string_view text, ka_local_choice choice = ka_local_choice::compatible,
+                ka_extent extent = ka_extent::all);
 
 // RFC 5322, of mail: Thu, 4 Jul 2024 18:00:00 +0200.
 
@@ -117,7 +126,8 @@ KA_TIME_VARNEL_API std::to_chars_result ka_write_rfc5322(char* first, char* last
 /// date. Comments, folded lines, years of two and three digits and the zones
 /// "UT", "GMT", "EST" to "PDT" are taken as the standard says for old mail; a
 /// single letter as an offset that is not known.
-KA_TIME_VARNEL_API ka_read_result<ka_told_moment> ka_read_rfc5322(std::string_view text) noexcept;
+KA_TIME_VARNEL_API ka_read_result<ka_told_moment> ka_read_rfc5322(std::string_view text,
+                                                                  ka_extent extent = ka_extent::all) noexcept;
 
 // RFC 9110, of HTTP: Thu, 04 Jul 2024 16:00:00 GMT.
 
@@ -127,32 +137,37 @@ KA_TIME_VARNEL_API std::to_chars_result ka_write_http_date(char* first, char* la
                                                            const ka_time_and_date& moment);
 /// Also the two older forms: "Thursday, 04-Jul-24 16:00:00 GMT", whose year is
 /// at most 50 years ahead of the machine's date, and "Thu Jul  4 16:00:00 2024".
-KA_TIME_VARNEL_API ka_read_result<ka_time_and_date> ka_read_http_date(std::string_view text) noexcept;
+KA_TIME_VARNEL_API ka_read_result<ka_time_and_date>
+ka_read_http_date(std::string_view text, ka_extent extent = ka_extent::all) noexcept;
 
 // ISO 8601: dates, times, durations.
 
 /// 2024-07-04
 KA_TIME_VARNEL_API std::string ka_iso_date(const ka_date& date);
 KA_TIME_VARNEL_API std::to_chars_result ka_write_iso_date(char* first, char* last, const ka_date& date);
-KA_TIME_VARNEL_API ka_read_result<ka_date> ka_read_iso_date(std::string_view text) noexcept;
+KA_TIME_VARNEL_API ka_read_result<ka_date> ka_read_iso_date(std::string_view text,
+                                                            ka_extent extent = ka_extent::all) noexcept;
 
 /// 2024-W27-4: weeks and weekdays as in `ka_iso_week`.
 KA_TIME_VARNEL_API std::string ka_iso_week_date(const ka_date& date);
 KA_TIME_VARNEL_API std::to_chars_result ka_write_iso_week_date(char* first, char* last, const ka_date& date);
-KA_TIME_VARNEL_API ka_read_result<ka_date> ka_read_iso_week_date(std::string_view text) noexcept;
+KA_TIME_VARNEL_API ka_read_result<ka_date> ka_read_iso_week_date(std::string_view text,
+                                                                 ka_extent extent = ka_extent::all) noexcept;
 
 /// 2024-186: the day of the year, from 001.
 KA_TIME_VARNEL_API std::string ka_iso_ordinal_date(const ka_date& date);
 KA_TIME_VARNEL_API std::to_chars_result ka_write_iso_ordinal_date(char* first, char* last,
                                                                   const ka_date& date);
-KA_TIME_VARNEL_API ka_read_result<ka_date> ka_read_iso_ordinal_date(std::string_view text) noexcept;
+KA_TIME_VARNEL_API ka_read_result<ka_date>
+ka_read_iso_ordinal_date(std::string_view text, ka_extent extent = ka_extent::all) noexcept;
 
 /// 18:28:38.000123. The seconds can be left out of what is read.
 KA_TIME_VARNEL_API std::string ka_iso_time(const ka_time& time,
                                            ka_fraction fraction = ka_fraction::as_needed);
 KA_TIME_VARNEL_API std::to_chars_result ka_write_iso_time(char* first, char* last, const ka_time& time,
                                                           ka_fraction fraction = ka_fraction::as_needed);
-KA_TIME_VARNEL_API ka_read_result<ka_time> ka_read_iso_time(std::string_view text) noexcept;
+KA_TIME_VARNEL_API ka_read_result<ka_time> ka_read_iso_time(std::string_view text,
+                                                            ka_extent extent = ka_extent::all) noexcept;
 
 /// P3DT7H30M. Each number of a negative period has its sign: PT-0.5S. Zero is PT0S.
 KA_TIME_VARNEL_API std::string ka_iso_duration(const ka_time_period& period);
@@ -161,7 +176,8 @@ KA_TIME_VARNEL_API std::to_chars_result ka_write_iso_duration(char* first, char*
 /// Weeks to seconds, in this order, the last one with a fraction or not, and a
 /// sign in front of all or of each. Years and months are refused: no period has
 /// them. So is what 64 bits of seconds do not hold: `invalid_time_period`.
-KA_TIME_VARNEL_API ka_read_result<ka_time_period> ka_read_iso_duration(std::string_view text) noexcept;
+KA_TIME_VARNEL_API ka_read_result<ka_time_period>
+ka_read_iso_duration(std::string_view text, ka_extent extent = ka_extent::all) noexcept;
 
 /// A duration as people write it, such as "2h05m", "1d 3h", "90 min" or what
 /// `ka_period_text` writes; or as above. Units are w, d, h, m, s, ms, us and
@@ -170,7 +186,8 @@ KA_TIME_VARNEL_API ka_read_result<ka_time_period> ka_read_iso_duration(std::stri
 ///
 ///     ka_read_duration("2h05m").value();                // 125 minutes
 ///     ka_read_duration("1 day, 3 hours")->to_hours();   // 27
-KA_TIME_VARNEL_API ka_read_result<ka_time_period> ka_read_duration(std::string_view text) noexcept;
+KA_TIME_VARNEL_API ka_read_result<ka_time_period>
+ka_read_duration(std::string_view text, ka_extent extent = ka_extent::all) noexcept;
 
 // Seconds since 1 January 1970, 00:00 universal time: 1720117718.000123, -0.5.
 
@@ -181,4 +198,5 @@ KA_TIME_VARNEL_API std::to_chars_result ka_write_unix_seconds(char* first, char*
                                                               const ka_time_and_date& moment,
                                                               ka_fraction fraction = ka_fraction::as_needed);
 /// In the zone `utc`. What no moment holds is `invalid_time`.
-KA_TIME_VARNEL_API ka_read_result<ka_time_and_date> ka_read_unix_seconds(std::string_view text) noexcept;
+KA_TIME_VARNEL_API ka_read_result<ka_time_and_date>
+ka_read_unix_seconds(std::string_view text, ka_extent extent = ka_extent::all) noexcept;

@@ -74,12 +74,6 @@ private:
     bool is_checked_;
 };
 
-/// How much of the text has to match.
-enum class ka_extent {
-    all,  ///< to its last character
-    start ///< as far as the format goes; `end` of the result tells where
-};
-
 /// A date. Codes for the time of day are read and not kept.
 KA_TIME_VARNEL_API ka_read_result<ka_date>
 ka_read_date(std::string_view text, const ka_read_format<ka_date>& format, ka_extent extent = ka_extent::all);

@@ -57,6 +57,12 @@ private:
     char message_[256];
 };
 
+/// How much of a text has to match.
+enum class ka_extent {
+    all,  ///< to its last character
+    start ///< as far as the form goes; `end` of the result tells where
+};
+
 /// What a reader gives: the value, or why there is none.
 ///
 ///     const ka_read_result<ka_date> read(ka_date(7, 4, 2024), 10);

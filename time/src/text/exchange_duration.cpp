@@ -125,6 +125,11 @@ bool read_iso_part(scanner& in, bool is_negative, bool is_time, long long& below
            fails_as_too_long(in, start);
 }
 
+bool begins_iso_part(const scanner& in, bool is_time) noexcept
+{
+    return in.sees_digit() || in.sees('-') || in.sees('+') || (!is_time && in.sees('T'));
+}
+
 bool read_iso_duration(scanner& in, sum& total) noexcept
 {
     const bool is_negative = in.takes('-');
@@ -139,7 +144,7 @@ bool read_iso_duration(scanner& in, sum& total) noexcept
             is_time = true;
         if (!read_iso_part(in, is_negative, is_time, below, total, is_last))
             return false;
-    } while (!is_last && !in.is_at_end());
+    } while (!is_last && (in.wants_all() ? !in.is_at_end() : begins_iso_part(in, is_time)));
     return in.ends();
 }
 
@@ -211,8 +216,13 @@ bool read_peoples_duration(scanner& in, sum& total) noexcept
         // A fraction stands in the last number alone.
         if (!number.fraction.empty() || in.is_at_end())
             return in.ends();
+        const std::size_t end = in.at();
         in.takes(',');
         skip_blanks(in);
+        if (!in.wants_all() && !in.sees_digit()) {
+            in.back_to(end);
+            return true;
+        }
     }
 }
 
@@ -232,18 +242,18 @@ std::to_chars_result ka_write_iso_duration(char* first, char* last, const ka_tim
     return write_in(first, last, iso_duration_writer(period));
 }
 
-ka_read_result<ka_time_period> ka_read_iso_duration(std::string_view text) noexcept
+ka_read_result<ka_time_period> ka_read_iso_duration(std::string_view text, ka_extent extent) noexcept
 {
-    scanner in(text);
+    scanner in(text, extent);
     sum total;
     if (!read_iso_duration(in, total))
         return in.failure();
     return {total.period(), in.at()};
 }
 
-ka_read_result<ka_time_period> ka_read_duration(std::string_view text) noexcept
+ka_read_result<ka_time_period> ka_read_duration(std::string_view text, ka_extent extent) noexcept
 {
-    scanner in(text);
+    scanner in(text, extent);
     sum total;
     const bool is_iso = text.find('P') < 2;
     if (!(is_iso ? read_iso_duration(in, total) : read_peoples_duration(in, total)))

@@ -105,11 +105,13 @@ bool read_asctime_date(scanner& in, int& julian_day, told_time& time) noexcept
            is_date(in, start, start + 2, day, month, year, julian_day);
 }
 
+/// Whether a word and a comma come that are longer than those of an abbreviation.
+bool begins_with_long_name(scanner in) noexcept { return in.take_word().size() > 3 && in.sees(','); }
+
 bool read_http_date(scanner& in, int& julian_day, told_time& time) noexcept
 {
     int weekday = 0;
-    const std::string_view text = in.rest();
-    const bool is_long = text.find(',') > 3 && text.find(',') != text.npos;
+    const bool is_long = begins_with_long_name(in);
     if (!in.name(is_long ? long_weekday_names : weekday_names, 7, false, weekday, ka_invalid_weekday,
                  "weekday"))
         return false;
@@ -138,9 +140,9 @@ std::to_chars_result ka_write_http_date(char* first, char* last, const ka_time_a
     return write_in(first, last, http_writer(moment));
 }
 
-ka_read_result<ka_time_and_date> ka_read_http_date(std::string_view text) noexcept
+ka_read_result<ka_time_and_date> ka_read_http_date(std::string_view text, ka_extent extent) noexcept
 {
-    scanner in(text);
+    scanner in(text, extent);
     int julian_day = 0;
     told_time time;
     if (!read_http_date(in, julian_day, time))

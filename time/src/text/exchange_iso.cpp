@@ -74,9 +74,9 @@ bool read_ordinal_date(scanner& in, int& julian_day) noexcept
 }
 
 template <typename Read>
-ka_read_result<ka_date> date_of(std::string_view text, Read read) noexcept
+ka_read_result<ka_date> date_of(std::string_view text, ka_extent extent, Read read) noexcept
 {
-    scanner in(text);
+    scanner in(text, extent);
     int julian_day = 0;
     if (!read(in, julian_day) || !in.ends())
         return in.failure();
@@ -99,7 +99,10 @@ std::to_chars_result ka_write_iso_date(char* first, char* last, const ka_date& d
     return write_in(first, last, iso_date_writer(date));
 }
 
-ka_read_result<ka_date> ka_read_iso_date(std::string_view text) noexcept { return date_of(text, read_date); }
+ka_read_result<ka_date> ka_read_iso_date(std::string_view text, ka_extent extent) noexcept
+{
+    return date_of(text, extent, read_date);
+}
 
 std::string ka_iso_week_date(const ka_date& date)
 {
@@ -111,9 +114,9 @@ std::to_chars_result ka_write_iso_week_date(char* first, char* last, const ka_da
     return write_in(first, last, iso_week_date_writer(date));
 }
 
-ka_read_result<ka_date> ka_read_iso_week_date(std::string_view text) noexcept
+ka_read_result<ka_date> ka_read_iso_week_date(std::string_view text, ka_extent extent) noexcept
 {
-    return date_of(text, read_week_date);
+    return date_of(text, extent, read_week_date);
 }
 
 std::string ka_iso_ordinal_date(const ka_date& date)
@@ -126,9 +129,9 @@ std::to_chars_result ka_write_iso_ordinal_date(char* first, char* last, const ka
     return write_in(first, last, iso_ordinal_date_writer(date));
 }
 
-ka_read_result<ka_date> ka_read_iso_ordinal_date(std::string_view text) noexcept
+ka_read_result<ka_date> ka_read_iso_ordinal_date(std::string_view text, ka_extent extent) noexcept
 {
-    return date_of(text, read_ordinal_date);
+    return date_of(text, extent, read_ordinal_date);
 }
 
 std::string ka_iso_time(const ka_time& time, ka_fraction fraction)
@@ -141,9 +144,9 @@ std::to_chars_result ka_write_iso_time(char* first, char* last, const ka_time& t
     return write_in(first, last, iso_time_writer(time, fraction));
 }
 
-ka_read_result<ka_time> ka_read_iso_time(std::string_view text) noexcept
+ka_read_result<ka_time> ka_read_iso_time(std::string_view text, ka_extent extent) noexcept
 {
-    scanner in(text);
+    scanner in(text, extent);
     told_time time;
     if (!read_clock(in, false, time) || (time.has_seconds && !read_fraction(in, time)) || !in.ends())
         return in.failure();

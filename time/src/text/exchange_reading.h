@@ -16,7 +16,7 @@ namespace exchange {
 /// each step gives whether all is well.
 class scanner {
 public:
-    explicit scanner(std::string_view text, std::size_t start = 0) noexcept : text_(text), at_(start) {}
+    scanner(std::string_view text, ka_extent extent) noexcept : text_(text), extent_(extent) {}
 
     std::size_t at() const noexcept { return at_; }
     bool is_at_end() const noexcept { return at_ == text_.size(); }
@@ -46,7 +46,14 @@ public:
     {
         return takes(character) || fails(ka_failure, at_, 1, quoted);
     }
-    bool ends() noexcept { return is_at_end() || fails(ka_failure, at_, rest().size(), "end"); }
+    /// Whether the text has to match to its end.
+    bool wants_all() const noexcept { return extent_ == ka_extent::all; }
+    bool ends() noexcept
+    {
+        return is_at_end() || !wants_all() || fails(ka_failure, at_, rest().size(), "end");
+    }
+    /// Back to a place where it stood.
+    void back_to(std::size_t place) noexcept { at_ = place; }
     /// One of some names, whatever the case of letters where that is said; its index.
     bool name(const std::string_view* names, int count, bool in_any_case, int& index, ka_error code,
               const char* field) noexcept;
@@ -68,7 +75,8 @@ public:
 
 private:
     std::string_view text_;
-    std::size_t at_;
+    std::size_t at_ = 0;
+    ka_extent extent_;
     ka_error code_ = ka_failure;
     std::size_t position_ = 0;
     std::size_t length_ = 0;
@@ -122,12 +130,12 @@ inline ka_time_and_date moment_of(const ka_time_period& instant, const ka_time_z
     return moment;
 }
 
-inline ka_read_result<ka_told_moment> result_of(const scanner& in, int julian_day, const told_time& time,
+inline ka_read_result<ka_told_moment> result_of(std::size_t end, int julian_day, const told_time& time,
                                                 const told_offset& offset) noexcept
 {
     const ka_told_moment told{moment_of(instant_of(julian_day, time, offset.seconds), ka_time_zone::utc()),
                               ka_time_period(offset.seconds), offset.is_known};
-    return {told, in.at(), time.is_leap_second};
+    return {told, end, time.is_leap_second};
 }
 
 }

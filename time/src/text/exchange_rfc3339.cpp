@@ -104,8 +104,9 @@ int pair_at(const char* text) noexcept
     return tens <= 9 && ones <= 9 ? tens * 10 + ones : 100;
 }
 
-/// The fraction and the offset behind the first 19 characters, likewise.
-bool read_end_at_once(std::string_view text, told_time& time, told_offset& offset) noexcept
+/// The fraction and the offset behind the first 19 characters, likewise. Gives
+/// where they end, or null.
+const char* read_end_at_once(std::string_view text, told_time& time, told_offset& offset) noexcept
 {
     constexpr int places[] = {1000000, 100000, 10000, 1000, 100, 10, 1};
     const char* next = text.data() + 19;
@@ -116,21 +117,23 @@ bool read_end_at_once(std::string_view text, told_time& time, told_offset& offse
         for (; next != end && next != first + 6 && scanner::is_digit(*next); ++next)
             digits = 10 * digits + (*next - '0');
         if (next == first)
-            return false;
+            return nullptr;
         time.microsecond = digits * places[next - first];
         while (next != end && scanner::is_digit(*next))
             ++next;
     }
-    if (end - next == 1)
-        return offset.is_zulu = *next == 'Z';
-    if (end - next != 6 || next[3] != ':' || (*next != '+' && *next != '-'))
-        return false;
+    if (next != end && *next == 'Z') {
+        offset.is_zulu = true;
+        return next + 1;
+    }
+    if (end - next < 6 || next[3] != ':' || (*next != '+' && *next != '-'))
+        return nullptr;
     const int hours = pair_at(next + 1), minutes = pair_at(next + 4);
     const int seconds = (hours * 60 + minutes) * 60;
     if (hours > 23 || minutes > 59 || seconds == 0)
-        return false;
+        return nullptr;
     offset.seconds = *next == '-' ? -seconds : seconds;
-    return true;
+    return next + 6;
 }
 
 bool read_date_and_time(scanner& in, int& julian_day, told_time& time) noexcept
@@ -141,6 +144,11 @@ bool read_date_and_time(scanner& in, int& julian_day, told_time& time) noexcept
         return in.fails(ka_failure, in.at(), 1, "'T'");
     in.skip(1);
     return read_clock(in, true, time) && read_fraction(in, time);
+}
+
+bool begins_offset(const scanner& in) noexcept
+{
+    return in.sees('Z') || in.sees('z') || in.sees('+') || in.sees('-');
 }
 
 }
@@ -179,15 +187,15 @@ using namespace exchange;
 namespace {
 
 /// Any text, and what is wrong with it.
-ka_read_result<ka_told_moment> read_in_steps(std::string_view text) noexcept
+ka_read_result<ka_told_moment> read_in_steps(std::string_view text, ka_extent extent) noexcept
 {
-    scanner in(text);
+    scanner in(text, extent);
     int julian_day = 0;
     told_time time;
     told_offset offset;
     if (!read_local_clock(in, text, julian_day, time) || !read_offset(in, offset) || !in.ends())
         return in.failure();
-    return result_of(in, julian_day, time, offset);
+    return result_of(in.at(), julian_day, time, offset);
 }
 
 }
@@ -204,26 +212,30 @@ std::to_chars_result ka_write_rfc3339(char* first, char* last, const ka_time_and
     return write_in(first, last, rfc3339_writer(moment, fraction));
 }
 
-ka_read_result<ka_told_moment> ka_read_rfc3339(std::string_view text) noexcept
+ka_read_result<ka_told_moment> ka_read_rfc3339(std::string_view text, ka_extent extent) noexcept
 {
     int julian_day = 0;
     told_time time;
     told_offset offset;
-    if (read_at_once(text, julian_day, time) && read_end_at_once(text, time, offset)) [[likely]]
-        return result_of(scanner(text, text.size()), julian_day, time, offset);
-    return read_in_steps(text);
+    if (!read_at_once(text, julian_day, time))
+        return read_in_steps(text, extent);
+    const char* const end = read_end_at_once(text, time, offset);
+    const auto size = static_cast<std::size_t>(end - text.data());
+    if (end == nullptr || (extent == ka_extent::all && size != text.size())) [[unlikely]]
+        return read_in_steps(text, extent);
+    return result_of(size, julian_day, time, offset);
 }
 
 ka_read_result<ka_time_and_date> ka_read_rfc3339(std::string_view text, const ka_time_zone& zone,
-                                                 ka_local_choice choice)
+                                                 ka_local_choice choice, ka_extent extent)
 {
-    scanner in(text);
+    scanner in(text, extent);
     int julian_day = 0;
     told_time time;
     told_offset offset;
     if (!read_local_clock(in, text, julian_day, time))
         return in.failure();
-    if (in.is_at_end()) {
+    if (in.is_at_end() || (extent == ka_extent::start && !begins_offset(in))) {
         if (zone.dst_observed())
             return {ka_local_time(zone, ka_access::time(time.second_of_day, time.microsecond),
                                   ka_access::date(julian_day), choice),

@@ -173,14 +173,16 @@ std::to_chars_result ka_write_rfc5322(char* first, char* last, const ka_time_and
     return write_in(first, last, rfc5322_writer(moment));
 }
 
-ka_read_result<ka_told_moment> ka_read_rfc5322(std::string_view text) noexcept
+ka_read_result<ka_told_moment> ka_read_rfc5322(std::string_view text, ka_extent extent) noexcept
 {
-    scanner in(text);
+    scanner in(text, extent);
     int julian_day = 0;
     told_time time;
     told_offset offset;
     if (!skip_blanks(in) || !read_day(in, julian_day) || !needs_blanks(in) || !read_clock(in, false, time) ||
-        !needs_blanks(in) || !read_zone(in, offset) || !skip_blanks(in) || !in.ends())
+        !needs_blanks(in) || !read_zone(in, offset))
         return in.failure();
-    return result_of(in, julian_day, time, offset);
+    if (in.wants_all() && (!skip_blanks(in) || !in.ends()))
+        return in.failure();
+    return result_of(in.at(), julian_day, time, offset);
 }

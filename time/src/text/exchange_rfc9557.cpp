@@ -137,9 +137,10 @@ std::to_chars_result ka_write_rfc9557(char* first, char* last, const ka_time_and
     return {write_character(first, ']'), std::errc()};
 }
 
-ka_read_result<ka_time_and_date> ka_read_rfc9557(std::string_view text, ka_local_choice choice)
+ka_read_result<ka_time_and_date> ka_read_rfc9557(std::string_view text, ka_local_choice choice,
+                                                 ka_extent extent)
 {
-    scanner in(text);
+    scanner in(text, extent);
     int julian_day = 0;
     told_time time;
     told_offset offset;
@@ -153,7 +154,7 @@ ka_read_result<ka_time_and_date> ka_read_rfc9557(std::string_view text, ka_local
     const ka_time_zone* zone = nullptr;
     if (!read_zone(in, zone))
         return in.failure();
-    while (!in.is_at_end())
+    while (in.wants_all() ? !in.is_at_end() : in.sees('['))
         if (!skip_tag(in))
             return in.failure();
     if (!has_offset)

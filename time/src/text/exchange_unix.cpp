@@ -71,16 +71,14 @@ auto unix_seconds_writer(const ka_time_and_date& moment, ka_fraction fraction)
     };
 }
 
+/// A number beyond those of 64 bits is read as the highest, which no instant has.
 bool read_seconds(scanner& in, u64& seconds) noexcept
 {
-    const std::size_t start = in.at();
     if (!in.sees_digit())
-        return in.fails(ka_invalid_time, start, 1, "seconds");
+        return in.fails(ka_invalid_time, in.at(), 1, "seconds");
     for (seconds = 0; in.sees_digit();) {
         const auto digit = static_cast<u64>(in.take_digit());
-        if (seconds > (ULLONG_MAX - digit) / 10)
-            return in.fails(ka_invalid_time, start, in.at() - start, "seconds");
-        seconds = 10 * seconds + digit;
+        seconds = seconds < ULLONG_MAX / 10 ? 10 * seconds + digit : ULLONG_MAX;
     }
     return true;
 }
@@ -103,9 +101,9 @@ std::to_chars_result ka_write_unix_seconds(char* first, char* last, const ka_tim
     return write_in(first, last, unix_seconds_writer(moment, fraction));
 }
 
-ka_read_result<ka_time_and_date> ka_read_unix_seconds(std::string_view text) noexcept
+ka_read_result<ka_time_and_date> ka_read_unix_seconds(std::string_view text, ka_extent extent) noexcept
 {
-    scanner in(text);
+    scanner in(text, extent);
     distance from;
     told_time fraction;
     from.is_before = in.takes('-');
@@ -114,7 +112,7 @@ ka_read_result<ka_time_and_date> ka_read_unix_seconds(std::string_view text) noe
     from.microseconds = static_cast<unsigned int>(fraction.microsecond);
     ka_time_period instant;
     if (!instant_at(from, instant)) {
-        in.fails(ka_invalid_time, 0, text.size(), "seconds");
+        in.fails(ka_invalid_time, 0, in.at(), "seconds");
         return in.failure();
     }
     return {moment_of(instant, ka_time_zone::utc()), in.at()};
