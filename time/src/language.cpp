@@ -1,9 +1,13 @@
 #include <time/language.h>
 
+#include <cstddef>
+#include <utility>
+
 #include <time/date.h>
 
 #include "platform/platform.h"
 #include "text/language.h"
+#include "text/layouts.h"
 #include "text/translate.h"
 #include "throw.h"
 
@@ -88,6 +92,22 @@ std::shared_ptr<const ka_language_texts> english_texts()
     return shared(texts);
 }
 
+/// Where the runtime tells no layouts, they are read back from what it prints.
+void find_layouts(const platform::named_locale& locale, own_texts& texts)
+{
+    constexpr int places[] = {own_texts::timedate, own_texts::date, own_texts::time};
+    constexpr const char* conversions[] = {"%c", "%x", "%X"};
+    const probe_names names = {texts[own_texts::month_names + 6], texts[own_texts::month_abbreviations + 6],
+                               texts[own_texts::weekday_names + 5],
+                               texts[own_texts::weekday_abbreviations + 5], texts[own_texts::pm]};
+    locale_layouts layouts;
+    for (std::size_t i = 0; i < layouts.texts.size(); ++i)
+        layouts.texts[i] = layout_of_probe(locale_text(locale, conversions[i], layout_probe()), names);
+    layouts.end_circles();
+    for (std::size_t i = 0; i < layouts.texts.size(); ++i)
+        texts[places[i]] = std::move(layouts.texts[i]);
+}
+
 std::shared_ptr<const ka_language_texts> texts_of(const std::string& name)
 {
     const platform::named_locale locale(name.c_str());
@@ -116,6 +136,10 @@ std::shared_ptr<const ka_language_texts> texts_of(const std::string& name)
     (*texts)[own_texts::pm] = text("%p", fields);
     (*texts)[own_texts::ad] = english.ad;
     (*texts)[own_texts::bc] = english.bc;
+    if (locale.layout('c') == nullptr) {
+        find_layouts(locale, *texts);
+        return shared(texts);
+    }
     (*texts)[own_texts::timedate] = translated_layout(locale, 'c');
     (*texts)[own_texts::date] = translated_layout(locale, 'x');
     (*texts)[own_texts::time] = translated_layout(locale, 'X');

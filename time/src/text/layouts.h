@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <ctime>
 #include <string>
 #include <string_view>
 
@@ -55,3 +56,22 @@ private:
         return holds(from, to) || (holds(from, third) && holds(third, to));
     }
 };
+
+/// The record that a locale's layouts are read back from. All of its fields
+/// print differently; the weekday is not that of the date, and need not be.
+std::tm layout_probe();
+
+/// What the names of the probe are in the locale.
+struct probe_names {
+    const std::string& month;
+    const std::string& month_abbreviation;
+    const std::string& weekday;
+    const std::string& weekday_abbreviation;
+    const std::string& pm;
+};
+
+/// The layout that has printed the text of the probe.
+std::string layout_of_probe(std::string text, const probe_names& names);
+
+/// Puts the replacement where the text has the other first. What is empty is nowhere.
+void replace_first(std::string& text, std::string_view search, std::string_view replacement);
