@@ -187,15 +187,17 @@ private:
 };
 
 /// Feeds what has arrived as it arrives, and sends on all that is ready before
-/// it waits for more.
+/// it waits for more. Some standard inputs never tell what has arrived: these are
+/// read by the byte, and sent on by the line.
 void copy(std::streambuf& in, rewriter& log, output& out)
 {
     std::vector<char> buffer(1 << 16);
     const auto room = static_cast<std::streamsize>(buffer.size());
     while (!out.failed() && in.sgetc() != std::streambuf::traits_type::eof()) {
-        const std::streamsize length = in.sgetn(buffer.data(), std::min(in.in_avail(), room));
+        const std::streamsize arrived = in.in_avail();
+        const std::streamsize length = in.sgetn(buffer.data(), std::clamp<std::streamsize>(arrived, 1, room));
         log.feed({buffer.data(), static_cast<std::size_t>(length)});
-        if (in.in_avail() <= 0)
+        if (in.in_avail() <= 0 && (arrived > 0 || buffer[0] == '\n'))
             out.flush();
     }
     log.finish();
