@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <ios>
 #include <iostream>
@@ -19,6 +20,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include <time/time_varnel.h>
@@ -263,6 +265,13 @@ int main(int argc, char** argv)
 #endif
     std::ios::sync_with_stdio(false); // gives std::cin a buffer, and with it an in_avail
     std::vector<char> buffer(1 << 16);
+    // Some runtimes open a folder, and find nothing in it.
+    std::error_code unknown;
+    if (argc == 4 && std::filesystem::is_directory(argv[3], unknown)) {
+        std::fprintf(stderr, "zonelog: cannot read: %s\n",
+                     std::make_error_code(std::errc::is_a_directory).message().c_str());
+        return 1;
+    }
     std::filebuf file;
     file.pubsetbuf(buffer.data(), static_cast<std::streamsize>(buffer.size()));
     if (argc == 4 && file.open(argv[3], std::ios::in | std::ios::binary) == nullptr) {

@@ -115,7 +115,7 @@ TEST(languages, have_their_own_years_and_digits)
     std::filesystem::create_directories(folder);
     setenv("LOCPATH", folder.c_str(), 1);
     for (const std::string language : {"th_TH", "fa_IR", "my_MM"}) {
-        output_of("localedef -c -i " + language + " -f UTF-8 '" + folder + "/" + language + ".UTF-8'");
+        output_of(LOCALEDEF " -c -i " + language + " -f UTF-8 '" + folder + "/" + language + ".UTF-8'");
         compare(language + ".UTF-8");
     }
     const ka_pattern thai("%x", ka_language("th_TH.UTF-8"));

@@ -340,16 +340,17 @@ TEST_F(machine, layout_of_each_language_is_read_back)
 
 TEST_F(machine, of_one_byte_a_letter_knows_its_capitals)
 {
+    const std::string locale = "de_DE.ISO-8859-1";
     ASSERT_EQ(
         std::system(
-            ("localedef --no-archive -i de_DE -f ISO-8859-1 " + folder().string() + "/de_DE.latin1").c_str()),
+            (LOCALEDEF " --no-archive -i de_DE -f ISO-8859-1 " + folder().string() + "/" + locale).c_str()),
         0);
     setenv("LOCPATH", folder().c_str(), 1);
-    setenv("LC_ALL", "de_DE.latin1", 1);
+    setenv("LC_ALL", locale.c_str(), 1);
     restart();
     EXPECT_EQ(ka_date::month_name(3), "M\xE4rz");
     EXPECT_EQ(ka_date::month_index("M\xC4RZ"), 0);
-    ASSERT_NE(std::setlocale(LC_CTYPE, "de_DE.latin1"), nullptr);
+    ASSERT_NE(std::setlocale(LC_CTYPE, locale.c_str()), nullptr);
     EXPECT_EQ(ka_date::month_index("M\xC4RZ"), 3);
     std::setlocale(LC_CTYPE, "C");
     unsetenv("LOCPATH");
