@@ -89,22 +89,25 @@ void compare(const std::string& name, locale_t locale, const char* code, nl_item
     }
 }
 
-void compare(const std::string& name)
+/// Whether the machine has the language, and is compared.
+bool compare(const std::string& name)
 {
     const locale_t locale = newlocale(LC_TIME_MASK, name.c_str(), nullptr);
-    ASSERT_NE(locale, nullptr) << name;
+    if (locale == nullptr)
+        return false;
     compare(name, locale, "%c", D_T_FMT);
     compare(name, locale, "%x", D_FMT);
     compare(name, locale, "%X", T_FMT);
     freelocale(locale);
+    return true;
 }
 
 TEST(languages, lay_out_as_the_runtime_does)
 {
     std::istringstream names(output_of("locale -a"));
     int count = 0;
-    for (std::string name; std::getline(names, name); ++count)
-        compare(name);
+    for (std::string name; std::getline(names, name);)
+        count += compare(name); // a machine that this one plays the part of has fewer
     EXPECT_GE(count, 5);
 }
 
@@ -116,7 +119,7 @@ TEST(languages, have_their_own_years_and_digits)
     setenv("LOCPATH", folder.c_str(), 1);
     for (const std::string language : {"th_TH", "fa_IR", "my_MM"}) {
         output_of(LOCALEDEF " -c -i " + language + " -f UTF-8 '" + folder + "/" + language + ".UTF-8'");
-        compare(language + ".UTF-8");
+        EXPECT_TRUE(compare(language + ".UTF-8")) << language;
     }
     const ka_pattern thai("%x", ka_language("th_TH.UTF-8"));
     EXPECT_EQ(thai.to_string(ka_date(7, 4, 2024)), "04/07/2567");

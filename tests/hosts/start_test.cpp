@@ -1,6 +1,5 @@
 #include <array>
 #include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <sstream>
 #include <string>
@@ -14,11 +13,8 @@ namespace {
 /// The output of a command that is given this environment and no other.
 std::string output_of(const std::string& environment, const std::string& command)
 {
-    // The folder of another machine's locales stays.
-    const char* const locales = std::getenv("LOCPATH");
-    const std::string kept = locales != nullptr ? "LOCPATH='" + std::string(locales) + "' " : "";
-    const std::string line = "env -i PATH=/usr/bin:/bin ASAN_OPTIONS=detect_leaks=0 " + kept + environment +
-                             " " + command + " 2>&1";
+    const std::string line =
+        "env -i PATH=/usr/bin:/bin ASAN_OPTIONS=detect_leaks=0 " + environment + " " + command + " 2>&1";
     FILE* const pipe = popen(line.c_str(), "r");
     std::string text;
     std::array<char, 4096> block;
