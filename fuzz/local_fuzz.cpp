@@ -3,7 +3,9 @@
 #include <set>
 #include <vector>
 
-#include <time/local.h>
+#include <time/chrono.h>
+#include <time/columns.h>
+#include <time/world.h>
 
 #include "stepwise.h"
 
@@ -117,6 +119,83 @@ void check_changes(input& in, const witness& by, const ka_time_period& standard)
     });
 }
 
+std::string text_of(const ka_date& date, const ka_time& time, bool is_dst, long long offset)
+{
+    return date.to_string("%Y-%m-%d %w ") + time.to_string("%H:%M:%S.%q ") + std::to_string(offset) +
+           (is_dst ? " 1" : " 0");
+}
+
+ka_date date_of(const ka_clock_fields& fields) { return {fields.month, fields.day, fields.year}; }
+ka_time time_of(const ka_clock_fields& fields)
+{
+    return {fields.hour, fields.minute, fields.second, fields.microsecond};
+}
+
+/// Holds the rows of a column that were done, and the one that was refused,
+/// against what each alone gives.
+void agree_on_rows(const ka_column_result& result, auto expected, auto row_text)
+{
+    for (std::size_t row = 0; row < result.done; ++row)
+        agree(result_of([&] { return expected(row); }) == row_text(row), "a row of a column");
+    if (result.code)
+        agree(result_of([&] { return expected(result.done); }) == ka_time_varnel_error::symbol(*result.code),
+              "the row that is refused");
+}
+
+void check_columns(input& in, const ka_time_zone& zone, const ka_time_period& standard)
+{
+    constexpr std::size_t rows = 6;
+    const ka_time_period epoch(2440588, 0, 0, 0);
+    long long instants[rows], offsets[rows], set[rows];
+    ka_clock_fields fields[rows], given[rows];
+    for (std::size_t row = 0; row < rows; ++row) {
+        const ka_time_period at = standard + any_shift(in) * in.between(-1, 1);
+        instants[row] = ka_to_microseconds(at + zone.offset() - epoch).count();
+        const ka_time time(at);
+        const ka_date date(at.to_days());
+        given[row] = {date.year(),
+                      date.month(),
+                      date.day(),
+                      time.hours(),
+                      time.minutes(),
+                      time.seconds(),
+                      time.microseconds(),
+                      false,
+                      0,
+                      0};
+    }
+    const auto moment = [&](std::size_t row) {
+        const std::chrono::microseconds since(instants[row]);
+        return ka_to_time_and_date(std::chrono::sys_time<std::chrono::microseconds>(since), zone);
+    };
+    agree_on_rows(
+        ka_local_fields(zone, instants, fields),
+        [&](std::size_t row) {
+            const ka_time_and_date at = moment(row);
+            return text_of(at.date(), at.time(), at.is_dst(), ka_to_microseconds(ka_offset(at)).count());
+        },
+        [&](std::size_t row) {
+            agree(date_of(fields[row]).weekday() == fields[row].weekday, "the weekday of a row");
+            return text_of(date_of(fields[row]), time_of(fields[row]), fields[row].is_dst,
+                           fields[row].offset);
+        });
+    agree_on_rows(
+        ka_local_offsets(zone, instants, offsets),
+        [&](std::size_t row) {
+            (void)moment(row).date();
+            return std::to_string(ka_to_microseconds(ka_offset(moment(row))).count());
+        },
+        [&](std::size_t row) { return std::to_string(offsets[row]); });
+    const auto choice = static_cast<ka_local_choice>(in.between(0, 3));
+    agree_on_rows(
+        ka_instants(zone, given, choice, set),
+        [&](std::size_t row) {
+            const auto at = ka_local_time(zone, time_of(given[row]), date_of(given[row]), choice);
+            return std::to_string(ka_to_sys_time(at).time_since_epoch().count());
+        },
+        [&](std::size_t row) { return std::to_string(set[row]); });
+}
+
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t size)
@@ -144,6 +223,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
         check_local(by, time, date);
         const ka_time_period standard = ka_time_period(date.julian_day() * 86400ll) + time;
         check_changes(in, by, standard);
+        result_of([&] { check_columns(in, own.zone, standard); });
     }
     return 0;
 }

@@ -1,6 +1,7 @@
 #include "table.h"
 
 #include <algorithm>
+#include <climits>
 
 namespace rules {
 
@@ -77,6 +78,29 @@ change previous_inside(const table& zone, long long time) noexcept
     return none;
 }
 
+/// The stretch between the changes of a table with times.
+table_stretch searched_stretch(const table& zone, long long time) noexcept
+{
+    const long long* const end = zone.read.at + zone.count;
+    const long long* const found = std::upper_bound(zone.read.at, end, time);
+    return {found == zone.read.at ? zone.origin : found[-1], found == end ? end_of(zone) : *found,
+            &zone.kinds[zone.kind_of[found - zone.read.at]]};
+}
+
+table_stretch stretch_inside(const table& zone, long long time) noexcept
+{
+    const auto since = static_cast<unsigned long long>(time - zone.origin);
+    const std::uint32_t word = zone.read.slots[since >> slot_bits];
+    if (word >> 24 == searched_row)
+        return searched_stretch(zone, time);
+    const kind_pair& pair = zone.pairs[word >> 24];
+    const long long start = time - static_cast<long long>(since & (slot_length - 1));
+    const long long change = start + (word & 0xffffff);
+    const long long end = std::min(start + static_cast<long long>(slot_length), end_of(zone));
+    return time < change ? table_stretch{start, std::min(change, end), &pair.before}
+                         : table_stretch{change, end, &pair.after};
+}
+
 change moved(change found, long long folds) noexcept
 {
     found.at = moved(found.at, folds);
@@ -94,6 +118,22 @@ const kind& searched_kind(const table& zone, const timeline& line, long long tim
 const kind& folded_kind(const table& zone, const timeline& line, long long time) noexcept
 {
     return kind_at(zone, line, moved(time, folds_inward(zone, time)));
+}
+
+table_stretch stretch_by_standard(const table& zone, long long standard_time) noexcept
+{
+    const bool is_before = standard_time < zone.origin;
+    if (!is_before && standard_time < end_of(zone)) [[likely]]
+        return stretch_inside(zone, standard_time);
+    if (is_before && !zone.folds_back)
+        return {LLONG_MIN, zone.origin, &zone.first};
+    if (!is_before && !zone.folds_forward)
+        return {end_of(zone), LLONG_MAX, &zone.last};
+    const long long folds = folds_inward(zone, standard_time);
+    table_stretch found = stretch_inside(zone, moved(standard_time, folds));
+    found.first = moved(found.first, -folds);
+    found.end = moved(found.end, -folds);
+    return found;
 }
 
 change next_change(const table& zone, long long standard_time) noexcept

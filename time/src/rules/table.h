@@ -137,6 +137,17 @@ struct change {
 change next_change(const table& zone, long long standard_time) noexcept;
 change previous_change(const table& zone, long long standard_time) noexcept;
 
+/// What holds from a standard time on, before another.
+struct table_stretch {
+    long long first;
+    long long end;
+    const kind* told;
+};
+
+/// A stretch around a standard time. It ends at a change or with its slot, and
+/// outside the slots of a table that does not fold at an end of 64 bits.
+table_stretch stretch_by_standard(const table& zone, long long standard_time) noexcept;
+
 /// The number of slots that cover a span of time.
 constexpr std::size_t slots_for(unsigned long long length) noexcept
 {
