@@ -1,11 +1,13 @@
 // Prints any value by any format, beside a plain engine with the calendar of
-// std::chrono. Names and local readings are taken from the library.
+// std::chrono. Names, layouts and local readings are taken from the library.
 #include <bit>
 #include <chrono>
 #include <new>
 #include <optional>
 #include <stdexcept>
 #include <utility>
+
+#include <time/language.h>
 
 #include "read_back.h"
 #include "values.h"
@@ -94,11 +96,10 @@ string printed(char letter, const fields& v)
         case 'A': return ka_date::weekday_name(weekday);
         case 'b': return ka_date::month_abbreviation(month);
         case 'B': return ka_date::month_name(month);
-        case 'c': return printed("%a %b  %e %H:%M:%S %f", v);
+        case 'c': return printed(ka_language::user().time_and_date_layout(), v);
         case 'C': return number(v.year / 100);
         case 'd': return number(v.day_of_month, 2);
-        case 'D':
-        case 'x': return printed("%m/%d/%y", v);
+        case 'D': return printed("%m/%d/%y", v);
         case 'e': return number(v.day_of_month, 2, ' ');
         case 'f': return number(std::abs(v.year)) + (v.year < 1000 ? printed(" %P", v) : "");
         case 'H': return number(hour, 2);
@@ -116,11 +117,12 @@ string printed(char letter, const fields& v)
         case 's': return number(std::abs(v.year));
         case 'S': return number(v.second % 60, 2);
         case 't': return "\t";
-        case 'T':
-        case 'X': return printed("%H:%M:%S", v);
+        case 'T': return printed("%H:%M:%S", v);
         case 'U': return number((v.day_of_year + 7 - v.weekday) / 7, 2);
         case 'w': return number(v.weekday);
         case 'W': return number((v.day_of_year + 7 - (v.weekday + 6) % 7) / 7, 2);
+        case 'x': return printed(ka_language::user().date_layout(), v);
+        case 'X': return printed(ka_language::user().time_layout(), v);
         case 'y': return number(v.year % 100, 2);
         case 'Y': return number(v.year);
         case 'Z': return v.zone;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdio>
 #include <ctime>
 #include <deque>
 #include <string>
@@ -59,12 +60,13 @@ inline std::string read(const ka_time_and_date& moment)
     const auto time = result_of([&] { return ka_time_period(moment.time()).to_string(); });
     const auto date = result_of([&] { return std::to_string(moment.date().julian_day()); });
     const auto fields = result_of([&] {
-        const char* const format = "%Y-%m-%d %H:%M:%S %j %w ";
         const std::tm record = moment;
-        char text[60];
-        const std::string shown(text, std::strftime(text, sizeof text, format, &record));
-        agree(moment.to_string(format) == shown, "text and record of a moment");
-        return shown + (moment.is_dst() ? "1" : "0") + std::to_string(record.tm_isdst);
+        char shown[100];
+        std::snprintf(shown, sizeof shown, "%d-%02d-%02d %02d:%02d:%02d %03d %d ", 1900 + record.tm_year,
+                      record.tm_mon + 1, record.tm_mday, record.tm_hour, record.tm_min, record.tm_sec,
+                      record.tm_yday + 1, record.tm_wday);
+        agree(moment.to_string("%Y-%m-%d %H:%M:%S %j %w ") == shown, "text and record of a moment");
+        return std::string(shown) + (moment.is_dst() ? "1" : "0") + std::to_string(record.tm_isdst);
     });
     return time + " " + date + " " + fields;
 }

@@ -3,7 +3,11 @@
 # headers alone.
 set(INSTALL_GTEST OFF)
 enable_language(C)
-add_subdirectory(/usr/src/googletest/googletest googletest EXCLUDE_FROM_ALL SYSTEM)
+block()
+    # In each test, whatever our library is built as.
+    set(BUILD_SHARED_LIBS OFF)
+    add_subdirectory(/usr/src/googletest/googletest googletest EXCLUDE_FROM_ALL SYSTEM)
+endblock()
 
 # The folder of all headers is of the machine that builds.
 file(MAKE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/headers)

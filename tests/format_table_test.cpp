@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <time/language.h>
 #include <time/timedate.h>
 
 /// The table of docs/format.md is what users go by: each row's example is what
@@ -21,6 +22,13 @@ TEST(format_table, prints_what_the_docs_say)
             examples[line.substr(3, 2)] = line.substr(example + 1, line.find('`', example + 1) - example - 1);
     }
     EXPECT_EQ(examples.size(), 34u);
+#ifdef _WIN32
+    // The docs have the layouts of the C locale, which no user has there.
+    const ka_language user = ka_language::user();
+    examples["%c"] = moment.to_string(user.time_and_date_layout().c_str());
+    examples["%x"] = moment.to_string(user.date_layout().c_str());
+    examples["%X"] = moment.to_string(user.time_layout().c_str());
+#endif
     for (int byte = 1; byte < 256; ++byte) {
         const std::string letter(1, static_cast<char>(byte));
         if (std::string("-0123456789").find(letter) != std::string::npos)

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <time/language.h>
 #include <time/time_varnel.h>
 
 #include "expect_error.h"
@@ -25,11 +26,16 @@ struct open_moment : ka_time_and_date {
 
 TEST(formats, a_missing_half_is_zero)
 {
-    EXPECT_EQ(date_.to_string("%c|%H %I %k %l %M %p %q|%r|%S %T %X"),
-              "Thu Jul   4 00:00:00 1991|00 12  0 12 00 AM 000000|12:00:00 AM|00 00:00:00 00:00:00");
-    EXPECT_EQ(time_.to_string("%C %d %D %e|%f|%m %P %s %x %y %Y|%Z|"),
-              "0 00 00/00/00  0|0 A.D.|00 A.D. 0 00/00/00 00 0||");
-    for (const char code : "aAcjUwW"s)
+    EXPECT_EQ(date_.to_string("%H %I %k %l %M %p %q|%r|%S %T"),
+              "00 12  0 12 00 AM 000000|12:00:00 AM|00 00:00:00");
+    EXPECT_EQ(time_.to_string("%C %d %D %e|%f|%m %P %s %y %Y|%Z|"),
+              "0 00 00/00/00  0|0 A.D.|00 A.D. 0 00 0||");
+    // Whatever the user's layouts are.
+    const ka_language user = ka_language::user();
+    EXPECT_EQ(date_.to_string("%c"), date_.to_string(user.time_and_date_layout()));
+    EXPECT_EQ(date_.to_string("%X"), date_.to_string(user.time_layout()));
+    EXPECT_EQ(time_.to_string("%x"), time_.to_string(user.date_layout()));
+    for (const char code : "aAjUwW"s)
         expect_error("invalid_date", "Month( 0 ), day( 0 ), year( 0 )", "time/src/date",
                      [&] { time_.to_string("text%"s + code); });
     expect_error("invalid_month", "0", "time/src/date", [&] { time_.to_string("%b"); });
@@ -118,9 +124,10 @@ void expect_default_format(const Value& value, const std::string& start, const s
 TEST(formats, default_formats_and_names_set_later)
 {
     const ka_time_and_date moment(time_, date_);
-    expect_default_format(date_, "%x", "07/04/91");
+    const std::string date = date_.to_string(ka_language::user().date_layout());
+    expect_default_format(date_, "%x", date);
     expect_default_format(time_, "%H:%M:%S:%q", "18:28:38:000123");
-    expect_default_format(moment, "%x %H:%M:%S:%q", "07/04/91 18:28:38:000123");
+    expect_default_format(moment, "%x %H:%M:%S:%q", date + " 18:28:38:000123");
     EXPECT_EQ(moment.to_string(nullptr), moment.to_string());
     ka_time::pm_name("%H");
     EXPECT_EQ(moment.to_string("%3p|%r"), " %H|06:28:38 %H");

@@ -203,7 +203,10 @@ struct own_folder {
         std::filesystem::temp_directory_path() / ("zones" + std::to_string(::getpid()));
     own_folder() { std::filesystem::create_directories(path / "Area"); }
     ~own_folder() { std::filesystem::remove_all(path); }
-    void write(const char* name, const std::string& bytes) const { std::ofstream(path / name) << bytes; }
+    void write(const char* name, const std::string& bytes) const
+    {
+        std::ofstream(path / name, std::ios::binary) << bytes;
+    }
 };
 
 TEST(World, AStoreReadsAFolder)

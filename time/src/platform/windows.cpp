@@ -1,9 +1,7 @@
 #include "platform.h"
 
-#include <clocale>
-#include <cstdlib>
-#include <cstring>
-#include <optional>
+#include <locale.h>
+#include <time.h>
 
 #include <windows.h>
 
@@ -11,33 +9,7 @@ namespace platform {
 
 namespace {
 
-/// Speaks a language on this thread alone, for as long as it lives.
-class thread_language {
-public:
-    explicit thread_language(const char* name) noexcept
-        : mode_(_configthreadlocale(_ENABLE_PER_THREAD_LOCALE))
-    {
-        const char* const before = std::setlocale(LC_TIME, nullptr);
-        std::strncpy(before_, before != nullptr ? before : "C", sizeof before_ - 1);
-        is_spoken_ = std::setlocale(LC_TIME, name) != nullptr;
-    }
-    ~thread_language()
-    {
-        std::setlocale(LC_TIME, before_);
-        _configthreadlocale(mode_);
-    }
-    thread_language(const thread_language&) = delete;
-    thread_language& operator=(const thread_language&) = delete;
-
-    bool is_spoken() const noexcept { return is_spoken_; }
-
-private:
-    char before_[128] = {};
-    int mode_;
-    bool is_spoken_ = false;
-};
-
-std::optional<thread_language> language_of_start;
+_locale_t locale_of_start = nullptr;
 
 }
 
@@ -46,7 +18,7 @@ split_seconds from_timeval(const timeval& value) noexcept { return {value.tv_sec
 timeval to_timeval(long long seconds, int microseconds) noexcept
 {
     timeval result = {};
-    // 32 bits in this runtime.
+    // 32 bits, which a longer period wraps in, as in all its counts.
     result.tv_sec = static_cast<decltype(result.tv_sec)>(seconds);
     result.tv_usec = microseconds;
     return result;
@@ -92,31 +64,31 @@ machine_zone read_machine_zone() noexcept
     return machine;
 }
 
-user_locale::user_locale() noexcept { language_of_start.emplace(""); }
+user_locale::user_locale() noexcept { locale_of_start = _create_locale(LC_TIME, ""); }
 
-user_locale::~user_locale() { language_of_start.reset(); }
+user_locale::~user_locale()
+{
+    _free_locale(locale_of_start);
+    locale_of_start = nullptr;
+}
 
 std::size_t format_time(char* buffer, std::size_t size, const char* format, std::tm value) noexcept
 {
-    return std::strftime(buffer, size, format, &value);
+    return locale_of_start != nullptr ? _strftime_l(buffer, size, format, &value, locale_of_start)
+                                      : strftime(buffer, size, format, &value);
 }
 
-// This runtime has no locale objects: a name is kept, and spoken where it is needed.
-named_locale::named_locale(const char* name) noexcept : locale_(nullptr)
-{
-    if (thread_language(name).is_spoken())
-        locale_ = _strdup(name);
-}
+named_locale::named_locale(const char* name) noexcept : locale_(_create_locale(LC_TIME, name)) {}
 
-named_locale::~named_locale() { std::free(locale_); }
+named_locale::~named_locale() { _free_locale(static_cast<_locale_t>(locale_)); }
 
+// This runtime tells none.
 const char* named_locale::layout(char) const noexcept { return nullptr; }
 
 std::size_t named_locale::format_time(char* buffer, std::size_t size, const char* format,
                                       const std::tm& value) const noexcept
 {
-    const thread_language language(static_cast<const char*>(locale_));
-    return std::strftime(buffer, size, format, &value);
+    return _strftime_l(buffer, size, format, &value, static_cast<_locale_t>(locale_));
 }
 
 }
