@@ -43,7 +43,7 @@ TEST(calendar, refused_fields_in_the_order_of_the_arguments)
         for (const auto& [symbol, shown, set] : refusals) {
             SCOPED_TRACE(shown);
             point changed = start;
-            expect_error(symbol, shown, source, [&, &set = set] { set(changed); });
+            expect_error(symbol, shown, source, [&, &change = set] { change(changed); });
             EXPECT_EQ(changed.fields(), start.fields());
         }
 }

@@ -1,4 +1,4 @@
-# What tests use beside the library, for a machine that has no packages of it:
+# What tests use beside the library, where there are no packages of it:
 # GoogleTest built from the sources that Debian's package holds, {fmt} from its
 # headers alone.
 set(INSTALL_GTEST OFF)

@@ -241,11 +241,11 @@ TEST(World, ThreadsGetOneZone)
 {
     const ka_zone_store store(files{{"One", sample.file()}, {"Two", sample.file()}});
     std::vector<const ka_time_zone*> found(8);
-    {
-        std::vector<std::jthread> threads;
-        for (std::size_t i = 0; i < found.size(); ++i)
-            threads.emplace_back([&, i] { found[i] = &store.zone(i % 2 == 0 ? "One" : "Two"); });
-    }
+    std::vector<std::thread> threads;
+    for (std::size_t i = 0; i < found.size(); ++i)
+        threads.emplace_back([&, i] { found[i] = &store.zone(i % 2 == 0 ? "One" : "Two"); });
+    for (std::thread& thread : threads)
+        thread.join();
     EXPECT_EQ(found, (std::vector<const ka_time_zone*>{found[0], found[1], found[0], found[1], found[0],
                                                        found[1], found[0], found[1]}));
     EXPECT_NE(found[0], found[1]);

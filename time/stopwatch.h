@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <iosfwd>
 
 #include <time/export.h>
@@ -49,5 +50,10 @@ private:
     ka_time_period elapsed_;
     bool running_ = false;
 };
+
+/// The lap beside a period, on either side. Declared, since only the compilers of
+/// C++20's first years find it by the conversion.
+bool operator==(const std::same_as<ka_stopwatch> auto& watch,
+                const std::same_as<ka_time_period> auto& period);
 
 #include <time/inline/stopwatch.h>

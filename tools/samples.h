@@ -1,3 +1,4 @@
+#include <concepts>
 #include <cstdlib>
 #include <iomanip>
 #include <iostream>
@@ -26,9 +27,7 @@ extern "C" int clock_gettime(clockid_t, timespec* reading) noexcept
 }
 
 static std::string shown(bool value) { return value ? "true" : "false"; }
-static std::string shown(long value) { return std::to_string(value); }
-static std::string shown(int value) { return std::to_string(value); }
-static std::string shown(std::size_t value) { return std::to_string(value); }
+static std::string shown(std::integral auto value) { return std::to_string(value); }
 static std::string shown(const std::string& value) { return '"' + value + '"'; }
 static std::string shown(const char* value) { return shown(std::string(value)); }
 static std::string shown(const ka_time& value) { return value.to_string("%H:%M:%S"); }

@@ -16,6 +16,18 @@
 
 namespace {
 
+// As the standard library has it, whose string these speak of.
+#ifdef _LIBCPP_VERSION
+constexpr char month_name[] = "_ZN7ka_date10month_nameEt";
+constexpr char ad_name[] = "_ZN7ka_date7ad_nameEv";
+constexpr char set_ad_name[] =
+    "_ZN7ka_date7ad_nameERKNSt3__112basic_stringIcNS0_11char_traitsIcEENS0_9allocatorIcEEEE";
+#else
+constexpr char month_name[] = "_ZN7ka_date10month_nameB5cxx11Et";
+constexpr char ad_name[] = "_ZN7ka_date7ad_nameB5cxx11Ev";
+constexpr char set_ad_name[] = "_ZN7ka_date7ad_nameERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE";
+#endif
+
 std::atomic<int> faults = 0;
 
 void expect(bool holds, const char* what)
@@ -37,10 +49,9 @@ void load_use_and_unload(const char* path)
         std::puts(dlerror());
         std::exit(1);
     }
-    const auto month = find<const std::string&(unsigned short)>(library, "_ZN7ka_date10month_nameB5cxx11Et");
-    const auto era = find<const std::string&()>(library, "_ZN7ka_date7ad_nameB5cxx11Ev");
-    const auto set_era = find<void(const std::string&)>(
-        library, "_ZN7ka_date7ad_nameERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE");
+    const auto month = find<const std::string&(unsigned short)>(library, month_name);
+    const auto era = find<const std::string&()>(library, ad_name);
+    const auto set_era = find<void(const std::string&)>(library, set_ad_name);
     expect(month(2) == "février", "names follow the environment, not the host");
     expect(era() == "A.D.", "what a setter stored is gone");
     set_era("of our time");
