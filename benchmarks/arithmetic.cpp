@@ -13,46 +13,43 @@ const column<ka_time_period>& periods()
     return made;
 }
 
-void add()
+std::string period_shown(const ka_time_period& period)
 {
-    const auto& a = periods<0>();
-    const auto& b = periods<1>();
-    for_each_input([&](std::size_t i) { return a[i] + b[i]; });
+    return std::to_string(period.whole_seconds() * 1000000 + period.microseconds());
 }
 
-void subtract()
+auto add()
 {
-    const auto& a = periods<0>();
-    const auto& b = periods<1>();
-    for_each_input([&](std::size_t i) { return a[i] - b[i]; });
+    return [&a = periods<0>(), &b = periods<1>()](std::size_t i) { return a[i] + b[i]; };
 }
 
-void compare()
+auto subtract()
 {
-    const auto& a = periods<0>();
-    const auto& b = periods<1>();
-    for_each_input([&](std::size_t i) { return a[i] < b[i]; });
+    return [&a = periods<0>(), &b = periods<1>()](std::size_t i) { return a[i] - b[i]; };
 }
 
-void divide()
+auto compare()
 {
-    const auto& a = periods<0>();
-    const auto& by = inputs().divisors;
-    for_each_input([&](std::size_t i) { return a[i] / by[i]; });
+    return [&a = periods<0>(), &b = periods<1>()](std::size_t i) { return a[i] < b[i]; };
 }
 
-void divide_any()
+auto divide()
+{
+    return [&a = periods<0>(), &by = inputs().divisors](std::size_t i) { return a[i] / by[i]; };
+}
+
+/// Numbers of fewer bits, down to none.
+template <int Less>
+auto divide_any()
 {
     static const auto a =
-        made_column([](std::size_t i) { return ka_time_period(inputs().any_numbers[i] >> 20, 0); });
-    const auto& by = inputs().divisors;
-    for_each_input([&](std::size_t i) { return a[i] / by[i]; });
+        made_column([](std::size_t i) { return ka_time_period(inputs().any_numbers[i] >> Less, 0); });
+    return [&by = inputs().divisors](std::size_t i) { return a[i] / by[i]; };
 }
 
-auto any_wint_text()
+std::string whole_seconds_shown(const ka_time_period& period)
 {
-    static const auto in = made_column([](std::size_t i) { return ka_wint(inputs().any_numbers[i]); });
-    return [](std::size_t i) { return in[i].to_string(); };
+    return std::to_string(period.whole_seconds());
 }
 
 const column<ka_wint>& long_wints()
@@ -67,60 +64,56 @@ const column<ka_wint>& short_wints()
     return made;
 }
 
+std::string wint_shown(const ka_wint& number) { return number.to_string(); }
+
 auto wint_text()
 {
-    const auto& in = long_wints();
-    return [&in](std::size_t i) { return in[i].to_string(); };
+    return [&in = long_wints()](std::size_t i) { return in[i].to_string(); };
 }
 
-void wint_multiply()
+auto any_wint_text()
 {
-    const auto& a = long_wints();
-    const auto& b = short_wints();
-    for_each_input([&](std::size_t i) { return a[i] * b[i]; });
+    static const auto in = made_column([](std::size_t i) { return ka_wint(inputs().any_numbers[i]); });
+    return [](std::size_t i) { return in[i].to_string(); };
 }
 
-void wint_divide()
+auto wint_multiply()
 {
-    const auto& a = long_wints();
-    const auto& b = short_wints();
-    for_each_input([&](std::size_t i) { return a[i] / b[i]; });
+    return [&a = long_wints(), &b = short_wints()](std::size_t i) { return a[i] * b[i]; };
 }
 
-void refuse()
+auto wint_divide()
 {
-    for_each_input([](std::size_t i) {
+    return [&a = long_wints(), &b = short_wints()](std::size_t i) { return a[i] / b[i]; };
+}
+
+auto refuse()
+{
+    return [](std::size_t i) {
         try {
             return ka_date(13, 1, static_cast<short>(i + 1)).julian_day();
         } catch (const ka_time_varnel_error& error) {
             return static_cast<int>(error.what()[0]);
         }
-    });
+    };
 }
 
 }
 
 std::vector<operation> arithmetic_operations()
 {
+    using enum difference;
     return {
-        {"period + period", add, 1.2, 22},
-        {"period - period", subtract, 1.2, 22},
-        {"period < period", compare, 1.0, 8},
-        {"period / int", divide, 1.5, 40},
-        {"period / int, to 43 bits of seconds", divide_any, 1.5, 0},
-        {"ka_wint to 12 digits", run_all<wint_text>, 1.0, 230, result_of<wint_text>},
-        {"ka_wint to 1 to 19 digits", run_all<any_wint_text>, 0.95, 0, result_of<any_wint_text>},
-        {"ka_wint * ka_wint", wint_multiply, 2.5, 20},
-        {"ka_wint / ka_wint", wint_divide, 1.1, 32},
-        {"a refused value, thrown and caught", refuse, 0.6, 0},
+        row<add, period_shown>("period + period", {{1.5, "Boost"}}, 26),
+        row<subtract, period_shown>("period - period", {{1.7, "Boost"}}, 32),
+        row<compare>("period < period", {{1.0}}, 8),
+        row<divide, period_shown>("period / int", {{1.5}}, 41, last_digit),
+        row<divide_any<20>, period_shown>("period / int, to 43 bits of seconds", {{1.5}}, 0, last_digit),
+        row<divide_any<0>, whole_seconds_shown>("period / int, to 63 bits of seconds", {{1.5}}),
+        row<wint_text>("ka_wint to 12 digits", {{1.0}}, 135),
+        row<any_wint_text>("ka_wint to 1 to 19 digits", {{0.95}}),
+        row<wint_multiply, wint_shown>("ka_wint * ka_wint", {{2.5}}, 20),
+        row<wint_divide, wint_shown>("ka_wint / ka_wint", {{1.1}}, 32),
+        row<refuse>("a refused value, thrown and caught", {{0.6}}),
     };
-}
-
-std::vector<operation> all_operations()
-{
-    std::vector<operation> all = calendar_operations();
-    for (const auto& topic : {zone_operations(), world_operations(), text_operations(), exchange_operations(),
-                              arithmetic_operations()})
-        all.insert(all.end(), topic.begin(), topic.end());
-    return all;
 }

@@ -11,6 +11,9 @@ struct month_day_year {
     short year;
 };
 
+std::string parts_shown(const month_day_year& parts) { return calendar_text(parts.year, parts.month, parts.day); }
+std::string day_shown(const ka_date& date) { return std::to_string(date.julian_day() - epoch_day); }
+
 const column<ka_date>& dates()
 {
     static const auto made =
@@ -27,45 +30,52 @@ const column<month_day_year>& parts()
     return made;
 }
 
-void split()
+auto split()
 {
-    const auto& in = dates();
-    for_each_input([&](std::size_t i) {
+    return [&in = dates()](std::size_t i) {
         month_day_year out;
         ka_date::calc_calendar_date(in[i].julian_day(), &out.month, &out.day, &out.year);
         return out;
-    });
+    };
 }
 
-void three_questions()
+auto three_questions()
 {
-    const auto& in = dates();
-    for_each_input([&](std::size_t i) { return month_day_year{in[i].month(), in[i].day(), in[i].year()}; });
+    return [&in = dates()](std::size_t i) {
+        return month_day_year{in[i].month(), in[i].day(), in[i].year()};
+    };
 }
 
-void day_number()
+auto day_number()
 {
-    const auto& in = parts();
-    for_each_input(
-        [&](std::size_t i) { return ka_date::calc_julian_day(in[i].month, in[i].day, in[i].year); });
+    return [&in = parts()](std::size_t i) {
+        return ka_date::calc_julian_day(in[i].month, in[i].day, in[i].year);
+    };
 }
 
-void checked_date()
+std::string number_shown(int julian_day) { return std::to_string(julian_day - epoch_day); }
+
+auto checked_date()
 {
-    const auto& in = parts();
-    for_each_input([&](std::size_t i) { return ka_date(in[i].month, in[i].day, in[i].year); });
+    return [&in = parts()](std::size_t i) { return ka_date(in[i].month, in[i].day, in[i].year); };
 }
 
-void weekday()
+auto weekday()
 {
-    const auto& in = dates();
-    for_each_input([&](std::size_t i) { return in[i].weekday(); });
+    return [&in = dates()](std::size_t i) { return in[i].weekday(); };
 }
 
-void last_sunday()
+/// From 0, a Sunday, as the peers count.
+std::string weekday_shown(unsigned short weekday) { return std::to_string(weekday - 1); }
+
+auto last_sunday()
 {
-    const auto& in = parts();
-    for_each_input([&](std::size_t i) { return ka_date(ka_last, 1, 10, in[i].year); });
+    return [&in = parts()](std::size_t i) { return ka_date(ka_last, 1, 10, in[i].year); };
+}
+
+auto second_sunday()
+{
+    return [&in = parts()](std::size_t i) { return ka_date(ka_second, 1, 3, in[i].year); };
 }
 
 /// One function for all callers, as a program has it that asks in many places.
@@ -75,31 +85,29 @@ void last_sunday()
     return ka_date(which, weekday, month, year);
 }
 
-void any_nth_weekday()
+auto any_nth_weekday()
 {
-    const auto& in = parts();
-    for_each_input([&](std::size_t i) {
+    return [&in = parts()](std::size_t i) {
         const auto which = static_cast<ka_which_one>(1 + in[i].day % 4);
         return nth_weekday(which, static_cast<unsigned short>(1 + in[i].day % 7), in[i].month, in[i].year);
-    });
+    };
 }
 
-void second_sunday()
+auto any_last_weekday()
 {
-    const auto& in = parts();
-    for_each_input([&](std::size_t i) { return ka_date(ka_second, 1, 3, in[i].year); });
+    return [&in = parts()](std::size_t i) {
+        return nth_weekday(ka_last, static_cast<unsigned short>(1 + in[i].day % 7), in[i].month, in[i].year);
+    };
 }
 
-void add_months()
+auto add_months()
 {
-    const auto& in = dates();
-    for_each_input([&](std::size_t i) { return in[i] + ka_months(inputs().divisors[i] - 50); });
+    return [&in = dates()](std::size_t i) { return in[i] + ka_months(inputs().divisors[i] - 50); };
 }
 
-void iso_week()
+auto iso_week()
 {
-    const auto& in = dates();
-    for_each_input([&](std::size_t i) { return ka_iso_week(in[i]); });
+    return [&in = dates()](std::size_t i) { return ka_iso_week(in[i]); };
 }
 
 }
@@ -107,15 +115,16 @@ void iso_week()
 std::vector<operation> calendar_operations()
 {
     return {
-        {"day number to month, day, year", split, 1.0, 42},
-        {"month(), day(), year()", three_questions, 1.0, 42},
-        {"month, day, year to day number", day_number, 1.0, 40},
-        {"ka_date(month, day, year), checked", checked_date, 1.0, 56},
-        {"weekday()", weekday, 1.0, 20},
-        {"last Sunday of October", last_sunday, 1.3, 45},
-        {"second Sunday of March", second_sunday, 1.3, 45},
-        {"n-th weekday, from many places", any_nth_weekday, 0.7, 0},
-        {"date + months, clamped", add_months, 1.3, 0},
-        {"date to ISO year and week", iso_week, 0, 0},
+        row<split, parts_shown>("day number to month, day, year", {{1.08}}, 42),
+        row<three_questions, parts_shown>("month(), day(), year()", {{1.08}}, 42),
+        row<day_number, number_shown>("month, day, year to day number", {{1.0}}, 31),
+        row<checked_date, day_shown>("ka_date(month, day, year), checked", {{1.0}}, 56),
+        row<weekday, weekday_shown>("weekday()", {{1.0}}, 20),
+        row<last_sunday, day_shown>("last Sunday of October", {{1.0}}, 35),
+        row<second_sunday, day_shown>("second Sunday of March", {{1.0}}, 35),
+        row<any_nth_weekday, day_shown>("n-th weekday, from many places", {{0.7}}),
+        row<any_last_weekday, day_shown>("last weekday, from many places", {{0.6}}),
+        row<add_months, day_shown>("date + months, clamped", {{1.3}}),
+        row_alone<iso_week>("date to ISO year and week"),
     };
 }

@@ -44,8 +44,12 @@ void count(const char* name, batch run)
 int main(int argc, char** argv)
 {
     if (argc > 1 && std::strcmp(argv[1], "goals") == 0) {
-        for (const operation& row : all_operations())
-            std::printf("%s|%g|%d\n", row.name, row.goal_ratio, row.goal_instructions);
+        for (const operation& row : all_operations()) {
+            std::printf("%s|%d", row.name, row.goal_instructions);
+            for (const goal& asked : row.goals)
+                std::printf("|%g|%s", asked.ratio, asked.peer);
+            std::puts("");
+        }
         return 0;
     }
     count("loop", loop_alone);

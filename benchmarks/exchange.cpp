@@ -53,10 +53,8 @@ std::string text_shown(const stamp_text& text) { return std::string(text.data(),
 std::vector<operation> exchange_operations()
 {
     return {
-        {"19 characters to a moment", run_all<read_19>, 0.25, 0, result_of<read_19, seconds_shown>},
-        {"RFC 3339 with offset and fraction to a moment", run_all<read_full>, 0.35, 0,
-         result_of<read_full, shown>},
-        {"moment to RFC 3339 in a buffer", run_all<write_seconds>, 0.15, 0,
-         result_of<write_seconds, text_shown>},
+        row<read_19, seconds_shown>("19 characters to a moment", {{0.25}}),
+        row<read_full, shown>("RFC 3339 with offset and fraction to a moment", {{0.35}}),
+        row<write_seconds, text_shown>("moment to RFC 3339 in a buffer", {{0.15}}),
     };
 }

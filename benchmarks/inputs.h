@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdlib>
@@ -18,6 +19,15 @@ using column = std::array<Value, input_count>;
 
 constexpr long long epoch_day = 2440588;
 
+/// The zone of all rows, what is asked for by its name, and for how many inputs one zone is loaded.
+inline constexpr const char* pacific_name = "America/Los_Angeles";
+inline constexpr const char* world_names[] = {
+    "America/New_York", "Europe/Berlin", "Asia/Tokyo",        "Europe/Kyiv",
+    "Australia/Sydney", "Asia/Kolkata",  "America/Sao_Paulo", "UTC"};
+inline constexpr const char* zone_folder = "/usr/share/zoneinfo";
+inline constexpr const char* loaded_name = "America/New_York";
+inline constexpr std::size_t loads_each = 256;
+
 struct plain_inputs {
     /// Days since 1 January 1970: 1900 to 2100.
     column<int> days;
@@ -26,6 +36,9 @@ struct plain_inputs {
     column<long long> late;
     column<long long> one_day;
     column<int> microseconds;
+    /// Microseconds since then, 1970 to 2037, and each half of them in order.
+    column<long long> instants;
+    column<long long> instants_in_order;
     /// Two durations, in seconds and microseconds of one sign.
     column<long long> seconds[2];
     column<int> fractions[2];
@@ -62,6 +75,12 @@ inline const plain_inputs& inputs()
             made.long_numbers[i] = between(100000000000, 999999999999);
             made.short_numbers[i] = between(100000, 999999);
         }
+        for (std::size_t i = 0; i < input_count; ++i)
+            made.instants[i] = made.early[i] * 1000000 + made.microseconds[i];
+        made.instants_in_order = made.instants;
+        const auto half = made.instants_in_order.begin() + batch_size;
+        std::sort(made.instants_in_order.begin(), half);
+        std::sort(half, made.instants_in_order.end());
         for (long long& number : made.any_numbers) {
             number = static_cast<long long>(random() >> (1 + random() % 63));
             if (random() % 2 != 0)
@@ -80,6 +99,13 @@ auto made_column(Function function)
     for (std::size_t i = 0; i < input_count; ++i)
         made[i] = function(i);
     return made;
+}
+
+/// A record as text.
+inline std::string fields_text(const std::tm& fields)
+{
+    return reading_text(fields.tm_year + 1900, fields.tm_mon + 1, fields.tm_mday, fields.tm_hour,
+                        fields.tm_min, fields.tm_sec, fields.tm_isdst > 0);
 }
 
 /// 2024-07-04T18:28:38, a NUL, and room for what a writer needs.

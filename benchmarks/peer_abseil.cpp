@@ -1,3 +1,4 @@
+#include <absl/time/clock.h>
 #include <absl/time/time.h>
 
 #include "inputs.h"
@@ -8,7 +9,7 @@ const absl::TimeZone& pacific()
 {
     static const absl::TimeZone zone = [] {
         absl::TimeZone made;
-        absl::LoadTimeZone("America/Los_Angeles", &made);
+        absl::LoadTimeZone(pacific_name, &made);
         return made;
     }();
     return zone;
@@ -93,32 +94,46 @@ const column<absl::Duration>& durations()
     return made;
 }
 
-void add()
+std::string duration_shown(const absl::Duration& shown)
 {
-    const auto& a = durations<0>();
-    const auto& b = durations<1>();
-    for_each_input([&](std::size_t i) { return a[i] + b[i]; });
+    return std::to_string(absl::ToInt64Microseconds(shown));
+}
+std::string whole_seconds_shown(const absl::Duration& shown)
+{
+    return std::to_string(absl::ToInt64Seconds(shown));
 }
 
-void subtract()
+auto add()
 {
-    const auto& a = durations<0>();
-    const auto& b = durations<1>();
-    for_each_input([&](std::size_t i) { return a[i] - b[i]; });
+    return [&a = durations<0>(), &b = durations<1>()](std::size_t i) { return a[i] + b[i]; };
 }
 
-void compare()
+auto subtract()
 {
-    const auto& a = durations<0>();
-    const auto& b = durations<1>();
-    for_each_input([&](std::size_t i) { return a[i] < b[i]; });
+    return [&a = durations<0>(), &b = durations<1>()](std::size_t i) { return a[i] - b[i]; };
 }
 
-void divide()
+auto compare()
 {
-    const auto& a = durations<0>();
-    const auto& by = inputs().divisors;
-    for_each_input([&](std::size_t i) { return a[i] / by[i]; });
+    return [&a = durations<0>(), &b = durations<1>()](std::size_t i) { return a[i] < b[i]; };
+}
+
+auto divide()
+{
+    return [&a = durations<0>(), &by = inputs().divisors](std::size_t i) { return a[i] / by[i]; };
+}
+
+template <int Less>
+auto divide_any()
+{
+    static const auto a =
+        made_column([](std::size_t i) { return absl::Seconds(inputs().any_numbers[i] >> Less); });
+    return [&by = inputs().divisors](std::size_t i) { return a[i] / by[i]; };
+}
+
+auto present()
+{
+    return [zone = pacific()](std::size_t) { return zone.At(absl::Now()); };
 }
 
 auto found()
@@ -144,27 +159,30 @@ auto read_stamp() { return parsing("%Y-%m-%dT%H:%M:%S", stamps()); }
 auto read_full_stamp() { return parsing(absl::RFC3339_full, full_stamps()); }
 
 const peers rows = {
-    {"operator tm in a world zone, 1970 to 2037", "Abseil", run_all<read_early>,
-     result_of<read_early, shown>},
-    {"operator tm in a world zone, 2040 to 2100", "Abseil", run_all<read_late>, result_of<read_late, shown>},
-    {"local to universal in a world zone", "Abseil", run_all<set_early>, result_of<set_early, second_shown>},
-    {"a loaded zone found by its name", "Abseil", run_all<found>},
-    {"operator tm, 1970 to 2037", "Abseil", run_all<read_early>, result_of<read_early, shown>},
-    {"time(), date(), is_dst(), 1970 to 2037", "Abseil", run_all<read_early>, result_of<read_early, shown>},
-    {"operator tm, 2040 to 2100", "Abseil", run_all<read_late>, result_of<read_late, shown>},
-    {"operator tm, one day in ascending order", "Abseil", run_all<read_one_day>,
-     result_of<read_one_day, shown>},
-    {"local to universal, 1970 to 2037", "Abseil", run_all<set_early>, result_of<set_early, second_shown>},
-    {"local to universal, 2040 to 2100", "Abseil", run_all<set_late>, result_of<set_late, second_shown>},
-    {"moment to date, time, microseconds", "Abseil", run_all<with_microseconds>,
-     result_of<with_microseconds>},
-    {"moment to a long text with names", "Abseil", run_all<with_names>, result_of<with_names>},
-    {"period + period", "Abseil", add},
-    {"period - period", "Abseil", subtract},
-    {"period < period", "Abseil", compare},
-    {"period / int", "Abseil", divide},
-    {"19 characters to a moment", "Abseil", run_all<read_stamp>},
-    {"RFC 3339 with offset and fraction to a moment", "Abseil", run_all<read_full_stamp>},
+    beside<read_early, shown>("operator tm in a world zone, 1970 to 2037", "Abseil"),
+    beside<read_late, shown>("operator tm in a world zone, 2040 to 2100", "Abseil"),
+    beside<set_early, second_shown>("local to universal in a world zone", "Abseil"),
+    beside_alone<found>("a loaded zone found by its name", "Abseil"),
+    beside<read_early, shown>("operator tm, 1970 to 2037", "Abseil"),
+    beside<read_early, shown>("time(), date(), is_dst(), 1970 to 2037", "Abseil"),
+    beside<read_late, shown>("operator tm, 2040 to 2100", "Abseil"),
+    beside<read_one_day, shown>("operator tm, one day in ascending order", "Abseil"),
+    beside<set_early, second_shown>("local to universal, 1970 to 2037", "Abseil"),
+    beside<set_late, second_shown>("local to universal, 2040 to 2100", "Abseil"),
+    beside<read_late, shown>("operator tm in a zone of one's own", "Abseil"),
+    beside<read_late, shown>("time(), date(), is_dst() in a zone of one's own", "Abseil"),
+    beside<set_late, second_shown>("local to universal in a zone of one's own", "Abseil"),
+    beside_alone<present>("ka_time_and_date::now()", "Abseil"),
+    beside<with_microseconds>("moment to date, time, microseconds", "Abseil"),
+    beside<with_names>("moment to a long text with names", "Abseil"),
+    beside<add, duration_shown>("period + period", "Abseil"),
+    beside<subtract, duration_shown>("period - period", "Abseil"),
+    beside<compare>("period < period", "Abseil"),
+    beside<divide, duration_shown>("period / int", "Abseil"),
+    beside<divide_any<20>, duration_shown>("period / int, to 43 bits of seconds", "Abseil"),
+    beside<divide_any<0>, whole_seconds_shown>("period / int, to 63 bits of seconds", "Abseil"),
+    beside<read_stamp, second_shown>("19 characters to a moment", "Abseil"),
+    beside_alone<read_full_stamp>("RFC 3339 with offset and fraction to a moment", "Abseil"),
 };
 
 }

@@ -33,28 +33,31 @@ parts parts_of(const gregorian::date& date)
     return {split.month, split.day, split.year};
 }
 
+std::string parts_shown(const parts& shown) { return calendar_text(shown.year, shown.month, shown.day); }
+std::string day_shown(const gregorian::date& date)
+{
+    return std::to_string((date - gregorian::date(1970, 1, 1)).days());
+}
+
 const column<parts>& all_parts()
 {
     static const auto made = made_column([](std::size_t i) { return parts_of(dates()[i]); });
     return made;
 }
 
-void split()
+auto split()
 {
-    const auto& in = dates();
-    for_each_input([&](std::size_t i) { return parts_of(in[i]); });
+    return [&in = dates()](std::size_t i) { return parts_of(in[i]); };
 }
 
-void checked_date()
+auto checked_date()
 {
-    const auto& in = all_parts();
-    for_each_input([&](std::size_t i) { return gregorian::date(in[i].year, in[i].month, in[i].day); });
+    return [&in = all_parts()](std::size_t i) { return gregorian::date(in[i].year, in[i].month, in[i].day); };
 }
 
-void weekday()
+auto weekday()
 {
-    const auto& in = dates();
-    for_each_input([&](std::size_t i) { return in[i].day_of_week().as_number(); });
+    return [&in = dates()](std::size_t i) { return in[i].day_of_week().as_number(); };
 }
 
 template <int Which>
@@ -67,40 +70,33 @@ const column<period>& periods()
     return made;
 }
 
-void add()
+std::string period_shown(const period& shown) { return std::to_string(shown.total_microseconds()); }
+
+auto add()
 {
-    const auto& a = periods<0>();
-    const auto& b = periods<1>();
-    for_each_input([&](std::size_t i) { return a[i] + b[i]; });
+    return [&a = periods<0>(), &b = periods<1>()](std::size_t i) { return a[i] + b[i]; };
 }
 
-void subtract()
+auto subtract()
 {
-    const auto& a = periods<0>();
-    const auto& b = periods<1>();
-    for_each_input([&](std::size_t i) { return a[i] - b[i]; });
+    return [&a = periods<0>(), &b = periods<1>()](std::size_t i) { return a[i] - b[i]; };
 }
 
-void compare()
+auto compare()
 {
-    const auto& a = periods<0>();
-    const auto& b = periods<1>();
-    for_each_input([&](std::size_t i) { return a[i] < b[i]; });
+    return [&a = periods<0>(), &b = periods<1>()](std::size_t i) { return a[i] < b[i]; };
 }
 
-void divide()
+auto divide()
 {
-    const auto& a = periods<0>();
-    const auto& by = inputs().divisors;
-    for_each_input([&](std::size_t i) { return a[i] / by[i]; });
+    return [&a = periods<0>(), &by = inputs().divisors](std::size_t i) { return a[i] / by[i]; };
 }
 
-void divide_any()
+auto divide_any()
 {
     static const auto a = made_column(
         [](std::size_t i) { return period(boost::posix_time::seconds(inputs().any_numbers[i] >> 20)); });
-    const auto& by = inputs().divisors;
-    for_each_input([&](std::size_t i) { return a[i] / by[i]; });
+    return [&by = inputs().divisors](std::size_t i) { return a[i] / by[i]; };
 }
 
 const column<wide>& long_numbers()
@@ -115,18 +111,16 @@ const column<wide>& short_numbers()
     return made;
 }
 
-void wide_multiply()
+std::string wide_shown(const wide& number) { return number.str(); }
+
+auto wide_multiply()
 {
-    const auto& a = long_numbers();
-    const auto& b = short_numbers();
-    for_each_input([&](std::size_t i) { return wide(a[i] * b[i]); });
+    return [&a = long_numbers(), &b = short_numbers()](std::size_t i) { return wide(a[i] * b[i]); };
 }
 
-void wide_divide()
+auto wide_divide()
 {
-    const auto& a = long_numbers();
-    const auto& b = short_numbers();
-    for_each_input([&](std::size_t i) { return wide(a[i] / b[i]); });
+    return [&a = long_numbers(), &b = short_numbers()](std::size_t i) { return wide(a[i] / b[i]); };
 }
 
 auto read_stamp()
@@ -135,19 +129,24 @@ auto read_stamp()
     return [&in](std::size_t i) { return boost::posix_time::from_iso_extended_string(in[i]); };
 }
 
+std::string stamp_shown(const boost::posix_time::ptime& at)
+{
+    return std::to_string((at - boost::posix_time::ptime(gregorian::date(1970, 1, 1))).total_seconds());
+}
+
 const peers rows = {
-    {"day number to month, day, year", "Boost", split},
-    {"month(), day(), year()", "Boost", split},
-    {"ka_date(month, day, year), checked", "Boost", checked_date},
-    {"weekday()", "Boost", weekday},
-    {"period + period", "Boost", add},
-    {"period - period", "Boost", subtract},
-    {"period < period", "Boost", compare},
-    {"period / int", "Boost", divide},
-    {"period / int, to 43 bits of seconds", "Boost", divide_any},
-    {"ka_wint * ka_wint", "Boost", wide_multiply},
-    {"ka_wint / ka_wint", "Boost", wide_divide},
-    {"19 characters to a moment", "Boost", run_all<read_stamp>},
+    beside<split, parts_shown>("day number to month, day, year", "Boost"),
+    beside<split, parts_shown>("month(), day(), year()", "Boost"),
+    beside<checked_date, day_shown>("ka_date(month, day, year), checked", "Boost"),
+    beside<weekday>("weekday()", "Boost"),
+    beside<add, period_shown>("period + period", "Boost"),
+    beside<subtract, period_shown>("period - period", "Boost"),
+    beside<compare>("period < period", "Boost"),
+    beside<divide, period_shown>("period / int", "Boost"),
+    beside<divide_any, period_shown>("period / int, to 43 bits of seconds", "Boost"),
+    beside<wide_multiply, wide_shown>("ka_wint * ka_wint", "Boost"),
+    beside<wide_divide, wide_shown>("ka_wint / ka_wint", "Boost"),
+    beside<read_stamp, stamp_shown>("19 characters to a moment", "Boost"),
 };
 
 }

@@ -53,13 +53,13 @@ auto set_late()
     return setting(in);
 }
 
-void now()
+auto now()
 {
-    for_each_input([](std::size_t) {
+    return [](std::size_t) {
         timespec clock;
         clock_gettime(CLOCK_REALTIME, &clock);
         return local(clock.tv_sec);
-    });
+    };
 }
 
 std::string text(const char* format, const std::tm& fields)
@@ -110,33 +110,32 @@ const column<timeval>& intervals()
     return made;
 }
 
-void add()
+std::string interval_shown(const timeval& shown)
 {
-    const auto& a = intervals<0>();
-    const auto& b = intervals<1>();
-    for_each_input([&](std::size_t i) {
+    return std::to_string(shown.tv_sec * 1000000 + shown.tv_usec);
+}
+
+auto add()
+{
+    return [&a = intervals<0>(), &b = intervals<1>()](std::size_t i) {
         timeval sum;
         timeradd(&a[i], &b[i], &sum);
         return sum;
-    });
+    };
 }
 
-void subtract()
+auto subtract()
 {
-    const auto& a = intervals<0>();
-    const auto& b = intervals<1>();
-    for_each_input([&](std::size_t i) {
+    return [&a = intervals<0>(), &b = intervals<1>()](std::size_t i) {
         timeval difference;
         timersub(&a[i], &b[i], &difference);
         return difference;
-    });
+    };
 }
 
-void compare()
+auto compare()
 {
-    const auto& a = intervals<0>();
-    const auto& b = intervals<1>();
-    for_each_input([&](std::size_t i) { return timercmp(&a[i], &b[i], <); });
+    return [&a = intervals<0>(), &b = intervals<1>()](std::size_t i) { return timercmp(&a[i], &b[i], <); };
 }
 
 auto number_text()
@@ -160,15 +159,15 @@ auto any_number_text()
     throw std::runtime_error(text.str());
 }
 
-void refuse()
+auto refuse()
 {
-    for_each_input([](std::size_t i) {
+    return [](std::size_t i) {
         try {
             return refused(13, 1, static_cast<int>(i + 1));
         } catch (const std::runtime_error& error) {
             return static_cast<int>(error.what()[0]);
         }
-    });
+    };
 }
 
 std::time_t second_of(const char* text, std::tm& fields)
@@ -243,40 +242,37 @@ auto write_stamp()
 std::string stamp_shown(const stamp_text& text) { return std::string(text.data(), 20); }
 
 const peers rows = {
-    {"operator tm in a world zone, 1970 to 2037", "localtime_r", run_all<read_early>,
-     result_of<read_early, fields_text>},
-    {"operator tm in a world zone, 2040 to 2100", "localtime_r", run_all<read_late>,
-     result_of<read_late, fields_text>},
-    {"local to universal in a world zone", "mktime", run_all<set_early>, result_of<set_early, second_shown>},
-    {"operator tm, 1970 to 2037", "localtime_r", run_all<read_early>, result_of<read_early, fields_text>},
-    {"time(), date(), is_dst(), 1970 to 2037", "localtime_r", run_all<read_early>,
-     result_of<read_early, fields_text>},
-    {"operator tm, 2040 to 2100", "localtime_r", run_all<read_late>, result_of<read_late, fields_text>},
-    {"operator tm, one day in ascending order", "localtime_r", run_all<read_one_day>,
-     result_of<read_one_day, fields_text>},
-    {"local to universal, 1970 to 2037", "mktime", run_all<set_early>, result_of<set_early, second_shown>},
-    {"local to universal, 2040 to 2100", "mktime", run_all<set_late>, result_of<set_late, second_shown>},
-    {"ka_time_and_date::now()", "clock_gettime + localtime_r", now},
-    {"moment to date, time, microseconds", "localtime_r + strftime + snprintf", run_all<with_microseconds>,
-     result_of<with_microseconds>},
-    {"moment to a long text with names", "localtime_r + strftime", run_all<with_names>,
-     result_of<with_names>},
-    {"ka_date::to_string, %m/%d/%Y", "strftime", run_all<date_text>, result_of<date_text>},
-    {"ka_time::to_string", "strftime", run_all<clock_text>, result_of<clock_text>},
-    {"19 characters to a moment", "strptime + timegm", run_all<read_stamp>,
-     result_of<read_stamp, second_shown>},
-    {"19 characters to a moment", "std::get_time + timegm", run_all<read_stamp_from_stream>,
-     result_of<read_stamp_from_stream, second_shown>},
-    {"RFC 3339 with offset and fraction to a moment", "strptime + strtol + timegm", run_all<read_full_stamp>,
-     result_of<read_full_stamp, fine_shown>},
-    {"moment to RFC 3339 in a buffer", "gmtime_r + strftime", run_all<write_stamp>,
-     result_of<write_stamp, stamp_shown>},
-    {"period + period", "timeradd", add},
-    {"period - period", "timersub", subtract},
-    {"period < period", "timercmp", compare},
-    {"ka_wint to 12 digits", "std::to_string", run_all<number_text>, result_of<number_text>},
-    {"ka_wint to 1 to 19 digits", "std::to_string", run_all<any_number_text>, result_of<any_number_text>},
-    {"a refused value, thrown and caught", "std::runtime_error + ostringstream", refuse},
+    beside<read_early, fields_text>("operator tm in a world zone, 1970 to 2037", "localtime_r"),
+    beside<read_late, fields_text>("operator tm in a world zone, 2040 to 2100", "localtime_r"),
+    beside<set_early, second_shown>("local to universal in a world zone", "mktime"),
+    beside<read_early, fields_text>("operator tm, 1970 to 2037", "localtime_r"),
+    beside<read_early, fields_text>("time(), date(), is_dst(), 1970 to 2037", "localtime_r"),
+    beside<read_late, fields_text>("operator tm, 2040 to 2100", "localtime_r"),
+    beside<read_one_day, fields_text>("operator tm, one day in ascending order", "localtime_r"),
+    beside<set_early, second_shown>("local to universal, 1970 to 2037", "mktime"),
+    beside<set_late, second_shown>("local to universal, 2040 to 2100", "mktime"),
+    beside<read_late, fields_text>("operator tm in a zone of one's own", "localtime_r"),
+    beside<read_late, fields_text>("time(), date(), is_dst() in a zone of one's own", "localtime_r"),
+    beside<set_late, second_shown>("local to universal in a zone of one's own", "mktime"),
+    beside_alone<now>("ka_time_and_date::now()", "clock_gettime + localtime_r"),
+    beside<with_microseconds>("moment to date, time, microseconds", "localtime_r + strftime + snprintf"),
+    beside<with_names>("moment to a long text with names", "localtime_r + strftime"),
+    beside<with_microseconds>("the first by a pattern, into a buffer", "localtime_r + strftime + snprintf"),
+    beside<with_names>("the second by a pattern, into a buffer", "localtime_r + strftime"),
+    beside<read_stamp, second_shown>("19 characters read by a pattern", "strptime + timegm"),
+    beside<date_text>("ka_date::to_string, %m/%d/%Y", "strftime"),
+    beside<clock_text>("ka_time::to_string", "strftime"),
+    beside<read_stamp, second_shown>("19 characters to a moment", "strptime + timegm"),
+    beside<read_stamp_from_stream, second_shown>("19 characters to a moment", "std::get_time + timegm"),
+    beside<read_full_stamp, fine_shown>("RFC 3339 with offset and fraction to a moment",
+                                        "strptime + strtol + timegm"),
+    beside<write_stamp, stamp_shown>("moment to RFC 3339 in a buffer", "gmtime_r + strftime"),
+    beside<add, interval_shown>("period + period", "timeradd"),
+    beside<subtract, interval_shown>("period - period", "timersub"),
+    beside<compare>("period < period", "timercmp"),
+    beside<number_text>("ka_wint to 12 digits", "std::to_string"),
+    beside<any_number_text>("ka_wint to 1 to 19 digits", "std::to_string"),
+    beside<refuse>("a refused value, thrown and caught", "std::runtime_error + ostringstream"),
 };
 
 }

@@ -14,7 +14,7 @@ const cctz::time_zone& pacific()
 {
     static const cctz::time_zone zone = [] {
         cctz::time_zone made;
-        cctz::load_time_zone("America/Los_Angeles", &made);
+        cctz::load_time_zone(pacific_name, &made);
         return made;
     }();
     return zone;
@@ -97,6 +97,28 @@ auto printing(const std::string& format)
 auto with_microseconds() { return printing("%Y-%m-%d %H:%M:%E6S"); }
 auto with_names() { return printing("%A, %d %B %Y %I:%M:%S %p"); }
 
+auto present()
+{
+    return [zone = pacific()](std::size_t) { return zone.lookup(std::chrono::system_clock::now()); };
+}
+
+/// Rows of a column, each for itself.
+template <column<long long> plain_inputs::*Instants>
+auto fields()
+{
+    return [&in = inputs().*Instants, zone = pacific()](std::size_t i) {
+        return zone.lookup(fine_moment(std::chrono::microseconds(in[i])));
+    };
+}
+
+template <column<long long> plain_inputs::*Instants>
+auto offsets()
+{
+    return [&in = inputs().*Instants, zone = pacific()](std::size_t i) {
+        return zone.lookup(fine_moment(std::chrono::microseconds(in[i]))).offset;
+    };
+}
+
 auto found()
 {
     return [](std::size_t i) {
@@ -110,10 +132,10 @@ auto found()
 auto loaded()
 {
     return [](std::size_t i) {
-        static std::string folder = "file:/usr/share/zoneinfo";
+        static std::string folder = std::string("file:") + zone_folder;
         cctz::time_zone zone;
         if (i % loads_each == 0)
-            cctz::load_time_zone((folder += "/.") + "/America/New_York", &zone);
+            cctz::load_time_zone((folder += "/.") + '/' + loaded_name, &zone);
         return zone;
     };
 }
@@ -141,22 +163,30 @@ auto read_full_stamp()
 }
 
 const peers rows = {
-    {"operator tm in a world zone, 1970 to 2037", "cctz", run_all<read_early>, result_of<read_early, shown>},
-    {"operator tm in a world zone, 2040 to 2100", "cctz", run_all<read_late>, result_of<read_late, shown>},
-    {"local to universal in a world zone", "cctz", run_all<set_early>, result_of<set_early, second_shown>},
-    {"a loaded zone found by its name", "cctz", run_all<found>},
-    {"1/256 of loading a zone", "cctz", run_all<loaded>},
-    {"operator tm, 1970 to 2037", "cctz", run_all<read_early>, result_of<read_early, shown>},
-    {"time(), date(), is_dst(), 1970 to 2037", "cctz", run_all<read_early>, result_of<read_early, shown>},
-    {"operator tm, 2040 to 2100", "cctz", run_all<read_late>, result_of<read_late, shown>},
-    {"operator tm, one day in ascending order", "cctz", run_all<read_one_day>,
-     result_of<read_one_day, shown>},
-    {"local to universal, 1970 to 2037", "cctz", run_all<set_early>, result_of<set_early, second_shown>},
-    {"local to universal, 2040 to 2100", "cctz", run_all<set_late>, result_of<set_late, second_shown>},
-    {"moment to date, time, microseconds", "cctz", run_all<with_microseconds>, result_of<with_microseconds>},
-    {"moment to a long text with names", "cctz", run_all<with_names>, result_of<with_names>},
-    {"19 characters to a moment", "cctz", run_all<read_stamp>, result_of<read_stamp, stamp_shown>},
-    {"RFC 3339 with offset and fraction to a moment", "cctz", run_all<read_full_stamp>},
+    beside<read_early, shown>("operator tm in a world zone, 1970 to 2037", "cctz"),
+    beside<read_late, shown>("operator tm in a world zone, 2040 to 2100", "cctz"),
+    beside<set_early, second_shown>("local to universal in a world zone", "cctz"),
+    beside_alone<found>("a loaded zone found by its name", "cctz"),
+    beside_alone<loaded>("1/256 of loading a zone", "cctz"),
+    beside<read_early, shown>("operator tm, 1970 to 2037", "cctz"),
+    beside<read_early, shown>("time(), date(), is_dst(), 1970 to 2037", "cctz"),
+    beside<read_late, shown>("operator tm, 2040 to 2100", "cctz"),
+    beside<read_one_day, shown>("operator tm, one day in ascending order", "cctz"),
+    beside<set_early, second_shown>("local to universal, 1970 to 2037", "cctz"),
+    beside<set_late, second_shown>("local to universal, 2040 to 2100", "cctz"),
+    beside<read_late, shown>("operator tm in a zone of one's own", "cctz"),
+    beside<read_late, shown>("time(), date(), is_dst() in a zone of one's own", "cctz"),
+    beside<set_late, second_shown>("local to universal in a zone of one's own", "cctz"),
+    beside_alone<present>("ka_time_and_date::now()", "cctz"),
+    beside<offsets<&plain_inputs::instants>>("a column of offsets", "cctz"),
+    beside<offsets<&plain_inputs::instants_in_order>>("a column of offsets, in order", "cctz"),
+    beside<fields<&plain_inputs::instants>, shown>("a column of fields", "cctz"),
+    beside<fields<&plain_inputs::instants_in_order>, shown>("a column of fields, in order", "cctz"),
+    beside<set_early, second_shown>("a column of local times", "cctz"),
+    beside<with_microseconds>("moment to date, time, microseconds", "cctz"),
+    beside<with_names>("moment to a long text with names", "cctz"),
+    beside<read_stamp, stamp_shown>("19 characters to a moment", "cctz"),
+    beside_alone<read_full_stamp>("RFC 3339 with offset and fraction to a moment", "cctz"),
 };
 
 }

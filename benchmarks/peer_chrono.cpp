@@ -32,56 +32,52 @@ const column<parts>& all_parts()
     return made;
 }
 
+std::string parts_shown(const parts& shown) { return calendar_text(shown.year, shown.month, shown.day); }
+std::string day_shown(sys_days day) { return std::to_string(day.time_since_epoch().count()); }
+
 year_month_day date_of(const parts& value) { return {year(value.year), month(value.month), day(value.day)}; }
 
-void split()
+auto split()
 {
-    const auto& in = dates();
-    for_each_input([&](std::size_t i) { return parts_of(in[i]); });
+    return [&in = dates()](std::size_t i) { return parts_of(in[i]); };
 }
 
-void day_number()
+auto day_number()
 {
-    const auto& in = all_parts();
-    for_each_input([&](std::size_t i) { return sys_days(date_of(in[i])); });
+    return [&in = all_parts()](std::size_t i) { return sys_days(date_of(in[i])); };
 }
 
-void checked_date()
+auto checked_date()
 {
-    const auto& in = all_parts();
-    for_each_input([&](std::size_t i) {
+    return [&in = all_parts()](std::size_t i) {
         const year_month_day date = date_of(in[i]);
         if (!date.ok())
             throw std::invalid_argument("date");
         return sys_days(date);
-    });
+    };
 }
 
-void week_day()
+auto week_day()
 {
-    const auto& in = dates();
-    for_each_input([&](std::size_t i) { return weekday(in[i]).c_encoding(); });
+    return [&in = dates()](std::size_t i) { return weekday(in[i]).c_encoding(); };
 }
 
-void last_sunday()
+auto last_sunday()
 {
-    const auto& in = all_parts();
-    for_each_input([&](std::size_t i) { return sys_days(year(in[i].year) / October / Sunday[last]); });
+    return [&in = all_parts()](std::size_t i) { return sys_days(year(in[i].year) / October / Sunday[last]); };
 }
 
-void second_sunday()
+auto second_sunday()
 {
-    const auto& in = all_parts();
-    for_each_input([&](std::size_t i) { return sys_days(year(in[i].year) / March / Sunday[2]); });
+    return [&in = all_parts()](std::size_t i) { return sys_days(year(in[i].year) / March / Sunday[2]); };
 }
 
-void add_months()
+auto add_months()
 {
-    const auto& in = dates();
-    for_each_input([&](std::size_t i) {
+    return [&in = dates()](std::size_t i) {
         const year_month_day moved = year_month_day(in[i]) + months(inputs().divisors[i] - 50);
         return sys_days(moved.ok() ? moved : moved.year() / moved.month() / last);
-    });
+    };
 }
 
 [[gnu::noinline]] sys_days nth_weekday(unsigned int which, weekday day, month in, year of)
@@ -89,24 +85,36 @@ void add_months()
     return year_month_weekday(of, in, day[which]);
 }
 
-void any_nth_weekday()
+[[gnu::noinline]] sys_days last_weekday(weekday day, month in, year of)
 {
-    const auto& in = all_parts();
-    for_each_input([&](std::size_t i) {
+    return year_month_weekday_last(of, in, day[last]);
+}
+
+auto any_nth_weekday()
+{
+    return [&in = all_parts()](std::size_t i) {
         return nth_weekday(1 + in[i].day % 4, weekday(in[i].day % 7), month(in[i].month), year(in[i].year));
-    });
+    };
+}
+
+auto any_last_weekday()
+{
+    return [&in = all_parts()](std::size_t i) {
+        return last_weekday(weekday(in[i].day % 7), month(in[i].month), year(in[i].year));
+    };
 }
 
 const peers rows = {
-    {"day number to month, day, year", "std::chrono", split},
-    {"month(), day(), year()", "std::chrono", split},
-    {"month, day, year to day number", "std::chrono", day_number},
-    {"ka_date(month, day, year), checked", "std::chrono", checked_date},
-    {"weekday()", "std::chrono", week_day},
-    {"last Sunday of October", "std::chrono", last_sunday},
-    {"second Sunday of March", "std::chrono", second_sunday},
-    {"n-th weekday, from many places", "std::chrono", any_nth_weekday},
-    {"date + months, clamped", "std::chrono", add_months},
+    beside<split, parts_shown>("day number to month, day, year", "std::chrono"),
+    beside<split, parts_shown>("month(), day(), year()", "std::chrono"),
+    beside<day_number, day_shown>("month, day, year to day number", "std::chrono"),
+    beside<checked_date, day_shown>("ka_date(month, day, year), checked", "std::chrono"),
+    beside<week_day>("weekday()", "std::chrono"),
+    beside<last_sunday, day_shown>("last Sunday of October", "std::chrono"),
+    beside<second_sunday, day_shown>("second Sunday of March", "std::chrono"),
+    beside<any_nth_weekday, day_shown>("n-th weekday, from many places", "std::chrono"),
+    beside<any_last_weekday, day_shown>("last weekday, from many places", "std::chrono"),
+    beside<add_months, day_shown>("date + months, clamped", "std::chrono"),
 };
 
 }

@@ -45,12 +45,14 @@ auto any_number_text()
 }
 
 const peers rows = {
-    {"moment to date, time, microseconds", "{fmt}", run_all<with_microseconds>, result_of<with_microseconds>},
-    {"moment to a long text with names", "{fmt}", run_all<with_names>, result_of<with_names>},
-    {"ka_date::to_string, %m/%d/%Y", "{fmt}", run_all<date_text>, result_of<date_text>},
-    {"ka_time::to_string", "{fmt}", run_all<clock_text>, result_of<clock_text>},
-    {"ka_wint to 12 digits", "{fmt}", run_all<number_text>, result_of<number_text>},
-    {"ka_wint to 1 to 19 digits", "{fmt}", run_all<any_number_text>, result_of<any_number_text>},
+    beside<with_microseconds>("moment to date, time, microseconds", "{fmt}"),
+    beside<with_names>("moment to a long text with names", "{fmt}"),
+    beside<with_microseconds>("the first by a pattern, into a buffer", "{fmt}"),
+    beside<with_names>("the second by a pattern, into a buffer", "{fmt}"),
+    beside<date_text>("ka_date::to_string, %m/%d/%Y", "{fmt}"),
+    beside<clock_text>("ka_time::to_string", "{fmt}"),
+    beside<number_text>("ka_wint to 12 digits", "{fmt}"),
+    beside<any_number_text>("ka_wint to 1 to 19 digits", "{fmt}"),
 };
 
 }

@@ -81,8 +81,9 @@ def counted(build):
 def goals(build):
     rows = {}
     for line in output(build / "benchmarks/varnel_count", "goals").splitlines():
-        name, ratio, instructions = line.rsplit("|", 2)
-        rows[name] = (float(ratio), int(instructions))
+        name, instructions, *asked = line.split("|")
+        ratios = [(peer, float(ratio)) for ratio, peer in zip(asked[::2], asked[1::2])]
+        rows[name] = (ratios, int(instructions))
     return rows
 
 
@@ -137,23 +138,31 @@ def machine():
     return ", ".join([cpu.group(1) if cpu else "unknown processor", compiler, system.group(1)])
 
 
+def peers_shown(times, asked):
+    """The fastest peer and those that goals name, each with its goal or None; a goal without a name is the fastest's."""
+    if not times:
+        return []
+    fastest = min(times, key=times.get)
+    wanted = {peer or fastest: goal for peer, goal in asked if (peer or fastest) in times}
+    return [(peer, wanted.get(peer)) for peer in sorted({fastest, *wanted}, key=times.get)]
+
+
 def table_rows(build):
     counts, (times, ratios, remarks) = counted(build), timed(build)
     counts[START_PACIFIC] = start_cost(build, LC_ALL="en_US.UTF-8")
     rows = []
-    for name, (goal_ratio, goal_count) in goals(build).items():
+    for name, (asked, goal_count) in goals(build).items():
         if name == NOW:
             goal_count = counts[NOW_OF_RUNTIME] + 250
         ours = times[name].pop("")
-        if not times[name]:
-            rows.append([name, f"{ours:.1f}", "", "", "", f"{counts[name]}", f"{goal_count or ''}", ""])
-            continue
-        peer, theirs = min(times[name].items(), key=lambda item: item[1])
-        ratio = ratios[name][peer]
-        marks = [mark for mark, missed in (("time", ratio > goal_ratio),
-                                           ("instructions", 0 < goal_count < counts[name])) if missed]
-        rows.append([name, f"{ours:.1f}", f"{peer} {theirs:.1f}", f"{ratio:.2f}", f"{goal_ratio:g}",
-                     f"{counts[name]}", f"{goal_count or ''}", " and ".join(marks)])
+        shown = peers_shown(times[name], asked)
+        missed = [mark for mark, is_missed in (
+            ("time", any(ratios[name][peer] > goal for peer, goal in shown if goal)),
+            ("instructions", 0 < goal_count < counts[name])) if is_missed]
+        rows.append([name, f"{ours:.1f}", ", ".join(f"{peer} {times[name][peer]:.1f}" for peer, _ in shown),
+                     ", ".join(f"{ratios[name][peer]:.2f}" for peer, _ in shown),
+                     ", ".join(f"{goal:g}" if goal else "-" for _, goal in shown),
+                     f"{counts[name]}", f"{goal_count or ''}", " and ".join(missed)])
     for name, goal in ONE_TIME_GOALS.items():
         mark = "size" if name == SIZE else "instructions"
         rows.append([name, "", "", "", "", f"{counts[name]}", f"{goal}", mark if counts[name] > goal else ""])
@@ -161,7 +170,7 @@ def table_rows(build):
 
 
 def print_table(rows, markdown):
-    head = ["operation", "ns", "fastest peer, ns", "ratio", "goal", "instructions", "goal", "short of"]
+    head = ["operation", "ns", "peers, ns", "ratio", "goal", "instructions", "goal", "short of"]
     widths = [max(len(row[i]) for row in [head, *rows]) for i in range(len(head))]
     edge, between = ("| ", " | ") if markdown else ("", "  ")
     for number, row in enumerate([head, *rows]):

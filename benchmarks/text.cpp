@@ -39,14 +39,25 @@ const ka_pattern& long_pattern()
     return pattern;
 }
 
-/// Into a buffer, of which the end is kept.
+/// A text in a buffer.
+struct text_in_room {
+    std::array<char, 64> room;
+    std::ptrdiff_t size;
+};
+
+std::string text_shown(const text_in_room& text)
+{
+    return std::string(text.room.data(), static_cast<std::size_t>(text.size));
+}
+
 template <const ka_pattern& (*Pattern)()>
 auto by_pattern()
 {
     const auto& in = moments();
     return [&in](std::size_t i) {
-        char room[64];
-        return Pattern().to_chars(room, room + sizeof room, in[i]).ptr - room;
+        text_in_room text;
+        text.size = Pattern().to_chars(text.room.begin(), text.room.end(), in[i]).ptr - text.room.begin();
+        return text;
     };
 }
 
@@ -60,6 +71,11 @@ auto read_by_pattern()
         return pattern.to_string(moment);
     });
     return [](std::size_t i) { return *ka_read_time_and_date(in[i], pattern, ka_time_zone::utc()); };
+}
+
+std::string second_shown(const ka_time_and_date& moment)
+{
+    return std::to_string((moment - ka_time_and_date(0)).whole_seconds());
 }
 
 auto date_text()
@@ -82,14 +98,16 @@ auto clock_text()
 
 std::vector<operation> text_operations()
 {
+    using enum difference;
     return {
-        {"moment to date, time, microseconds", run_all<with_microseconds>, 0.22, 650,
-         result_of<with_microseconds>},
-        {"moment to a long text with names", run_all<with_names>, 0.33, 800, result_of<with_names>},
-        {"the first by a pattern, into a buffer", run_all<by_pattern<short_pattern>>, 0.14, 411},
-        {"the second by a pattern, into a buffer", run_all<by_pattern<long_pattern>>, 0.25, 528},
-        {"19 characters read by a pattern", run_all<read_by_pattern>, 0.7, 0},
-        {"ka_date::to_string, %m/%d/%Y", run_all<date_text>, 0.3, 300, result_of<date_text>},
-        {"ka_time::to_string", run_all<clock_text>, 0.3, 300, result_of<clock_text>},
+        row<with_microseconds>("moment to date, time, microseconds", {{0.19}}, 620, zones),
+        row<with_names>("moment to a long text with names", {{0.35}}, 800, zones),
+        row<by_pattern<short_pattern>, text_shown>("the first by a pattern, into a buffer", {{0.14}}, 411,
+                                                   zones),
+        row<by_pattern<long_pattern>, text_shown>("the second by a pattern, into a buffer", {{0.25}}, 528,
+                                                  zones),
+        row<read_by_pattern, second_shown>("19 characters read by a pattern", {{0.7}}),
+        row<date_text>("ka_date::to_string, %m/%d/%Y", {{0.3}}, 300, zones),
+        row<clock_text>("ka_time::to_string", {{0.3}}, 300, zones),
     };
 }

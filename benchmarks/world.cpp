@@ -8,7 +8,7 @@ namespace {
 
 const ka_time_zone& pacific()
 {
-    static const ka_time_zone& zone = ka_zone("America/Los_Angeles");
+    static const ka_time_zone& zone = ka_zone(pacific_name);
     return zone;
 }
 
@@ -74,8 +74,8 @@ auto loaded()
     return [](std::size_t i) {
         if (i % loads_each != 0)
             return 0;
-        const ka_zone_store store("/usr/share/zoneinfo");
-        return store.zone("America/New_York").offset().to_seconds();
+        const ka_zone_store store(zone_folder);
+        return store.zone(loaded_name).offset().to_seconds();
     };
 }
 
@@ -83,14 +83,13 @@ auto loaded()
 
 std::vector<operation> world_operations()
 {
+    using enum difference;
     return {
-        {"operator tm in a world zone, 1970 to 2037", run_all<read_early>, 0.25, 155,
-         result_of<read_early, fields_text>},
-        {"operator tm in a world zone, 2040 to 2100", run_all<read_late>, 0.22, 155,
-         result_of<read_late, fields_text>},
-        {"local to universal in a world zone", run_all<set_early>, 0.35, 80,
-         result_of<set_early, second_shown>},
-        {"a loaded zone found by its name", run_all<found>, 1, 230},
-        {"1/256 of loading a zone", run_all<loaded>, 0.2, 1800},
+        row<read_early, fields_text>("operator tm in a world zone, 1970 to 2037",
+                                     {{0.25, "cctz"}, {0.30, "Hinnant's date"}}, 155),
+        row<read_late, fields_text>("operator tm in a world zone, 2040 to 2100", {{0.22, "cctz"}}, 155),
+        row<set_early, second_shown>("local to universal in a world zone", {{0.35, "cctz"}}, 80, zones),
+        row_alone<found>("a loaded zone found by its name", {{1.0}}, 230),
+        row_alone<loaded>("1/256 of loading a zone", {{0.2}}, 1800),
     };
 }

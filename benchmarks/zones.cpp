@@ -1,29 +1,15 @@
 #include <time/time_varnel.h>
 
-#include <cstdio>
-
 #include "inputs.h"
-
-std::string reading_text(long long year, int month, int day, int hour, int minute, int second, bool is_dst)
-{
-    char out[80];
-    std::snprintf(out, sizeof out, "%lld-%d-%d %d:%d:%d %d", year, month, day, hour, minute, second, is_dst);
-    return out;
-}
-
-std::string fields_text(const std::tm& fields)
-{
-    return reading_text(fields.tm_year + 1900, fields.tm_mon + 1, fields.tm_mday, fields.tm_hour,
-                        fields.tm_min, fields.tm_sec, fields.tm_isdst > 0);
-}
 
 namespace {
 
-column<ka_time_and_date> moments(const column<long long>& seconds)
+column<ka_time_and_date> moments(const column<long long>& seconds,
+                                 const ka_time_zone& zone = ka_time_zone::pacific())
 {
     return made_column([&](std::size_t i) {
         ka_time_and_date moment(seconds[i]);
-        moment.time_zone(ka_time_zone::pacific());
+        moment.time_zone(zone);
         return moment;
     });
 }
@@ -81,16 +67,17 @@ auto read_early() { return reading(early()); }
 auto read_late() { return reading(late()); }
 auto read_one_day() { return reading(one_day()); }
 
-auto three_readings()
+auto three_readings(const column<ka_time_and_date>& in)
 {
-    const auto& in = early();
     return [&in](std::size_t i) { return clock_reading{in[i].time(), in[i].date(), in[i].is_dst()}; };
 }
 
-auto setting(const column<clock_reading>& in)
+auto ask_early() { return three_readings(early()); }
+
+auto setting(const column<clock_reading>& in, const ka_time_zone& zone = ka_time_zone::pacific())
 {
     ka_time_and_date moment;
-    moment.time_zone(ka_time_zone::pacific());
+    moment.time_zone(zone);
     return [&in, moment](std::size_t i) mutable {
         moment.time_and_date(in[i].time, in[i].date);
         return moment;
@@ -109,25 +96,55 @@ auto set_late()
     return setting(in);
 }
 
-void now()
+auto now()
 {
-    for_each_input([](std::size_t) { return ka_time_and_date::now(); });
+    return [](std::size_t) { return ka_time_and_date::now(); };
+}
+
+/// A zone of a program's own: the rule of pacific() since 2007.
+const ka_time_zone& own_zone()
+{
+    static const ka_calendar_date start(ka_time_period(7200), 3, ka_second, 1);
+    static const ka_calendar_date end(ka_time_period(3600), 11, ka_first, 1);
+    static ka_simple_time_zone_rule rule(start, end, 2007, 0);
+    static ka_time_zone zone(ka_time_period(8 * 3600), "PST", "PDT");
+    static const bool is_inserted = zone.insert(rule);
+    (void)is_inserted;
+    return zone;
+}
+
+const column<ka_time_and_date>& in_own_zone()
+{
+    static const auto made = moments(inputs().late, own_zone());
+    return made;
+}
+
+auto read_own() { return reading(in_own_zone()); }
+auto ask_own() { return three_readings(in_own_zone()); }
+
+auto set_own()
+{
+    static const auto in = local_times(in_own_zone());
+    return setting(in, own_zone());
 }
 
 }
 
 std::vector<operation> zone_operations()
 {
+    using enum difference;
+    const std::vector<goal> early_goals = {{0.25, "cctz"}, {0.30, "Hinnant's date"}};
     return {
-        {"operator tm, 1970 to 2037", run_all<read_early>, 0.35, 260, result_of<read_early, fields_text>},
-        {"time(), date(), is_dst(), 1970 to 2037", run_all<three_readings>, 0.6, 500,
-         result_of<three_readings, shown>},
-        {"operator tm, 2040 to 2100", run_all<read_late>, 0.25, 240, result_of<read_late, fields_text>},
-        {"operator tm, one day in ascending order", run_all<read_one_day>, 0.6, 240,
-         result_of<read_one_day, fields_text>},
-        {"local to universal, 1970 to 2037", run_all<set_early>, 0.4, 270,
-         result_of<set_early, second_shown>},
-        {"local to universal, 2040 to 2100", run_all<set_late>, 0.3, 250, result_of<set_late, second_shown>},
-        {"ka_time_and_date::now()", now, 1.3, 0},
+        row<read_early, fields_text>("operator tm, 1970 to 2037", early_goals, 143, zones),
+        row<ask_early, shown>("time(), date(), is_dst(), 1970 to 2037", {{0.5, "cctz"}}, 411, zones),
+        row<read_late, fields_text>("operator tm, 2040 to 2100", {{0.22, "cctz"}}, 143, zones),
+        row<read_one_day, fields_text>("operator tm, one day in ascending order", {{0.42, "cctz"}}, 143,
+                                       zones),
+        row<set_early, second_shown>("local to universal, 1970 to 2037", {{0.35, "cctz"}}, 80, zones),
+        row<set_late, second_shown>("local to universal, 2040 to 2100", {{0.28, "cctz"}}, 80, zones),
+        row<read_own, fields_text>("operator tm in a zone of one's own", {}, 0, zones),
+        row<ask_own, shown>("time(), date(), is_dst() in a zone of one's own", {}, 0, zones),
+        row<set_own, second_shown>("local to universal in a zone of one's own", {}, 0, zones),
+        row_alone<now>("ka_time_and_date::now()", {{1.2, "clock_gettime + localtime_r"}}),
     };
 }

@@ -52,9 +52,19 @@ std::optional<long long> microseconds_of(const ka_time_period& period) noexcept
     return sum_of(seconds * million, period.microseconds());
 }
 
+/// Why a row is refused; that of a caller's rule may be any number.
+struct refusal {
+    bool is_one = false;
+    int code = 0;
+
+    constexpr refusal() noexcept = default;
+    constexpr refusal(int why) noexcept : is_one(true), code(why) {}
+    explicit operator bool() const noexcept { return is_one; }
+};
+
 /// What a caller's rule is asked may throw.
 template <typename Ask>
-std::optional<int> code_of(Ask ask)
+refusal refusal_of(Ask ask)
 {
     try {
         return ask();
@@ -84,8 +94,7 @@ struct same_offset {
     window instants;
     long long offset = 0;
     bool is_dst = false;
-    /// Why an instant has none.
-    std::optional<int> code;
+    refusal refused;
 };
 
 /// A zone that is asked again and again within a call.
@@ -102,22 +111,19 @@ public:
         const long long end = changes.origin + static_cast<long long>(changes.length);
         if (changes.origin < range_start / million + week || range_end / million - week < end)
             return;
-        slots_ = {&changes, changes.length * million};
+        slots_ = rules::slots_by_microsecond(changes);
         origin_ = changes.origin * million - epoch + *offset_;
     }
 
     /// The instants around one of them that read by the same offset.
     [[gnu::always_inline]] same_offset around(long long instant) const
     {
-        const u64 since = static_cast<u64>(instant) - static_cast<u64>(origin_);
-        if (since < slots_.length) [[likely]] {
-            rules::slots_by_microsecond::part part;
-            if (slots_.find(part, since)) [[likely]]
-                return {{wrapping_sum(origin_, static_cast<long long>(part.first)), part.end - part.first},
-                        *offset_ - part.told->adjustment * million,
-                        part.told->is_dst,
-                        std::nullopt};
-        }
+        rules::slots_by_microsecond::part part;
+        if (slots_.find(part, static_cast<u64>(instant) - static_cast<u64>(origin_))) [[likely]]
+            return {{wrapping_sum(origin_, static_cast<long long>(part.first)), part.length},
+                    *offset_ - part.told->adjustment * million,
+                    part.told->is_dst,
+                    {}};
         return around_any(instant);
     }
 
@@ -125,11 +131,11 @@ private:
     [[gnu::noinline]] same_offset around_any(long long instant) const
     {
         same_offset found;
-        found.code = code_of([&] { return find(found, instant); });
+        found.refused = refusal_of([&] { return find(found, instant); });
         return found;
     }
 
-    std::optional<int> find(same_offset& found, long long instant) const
+    refusal find(same_offset& found, long long instant) const
     {
         if (!offset_)
             return ka_invalid_time_period;
@@ -151,7 +157,7 @@ private:
             window_of(sum_of(first, *offset_).value_or(LLONG_MIN), sum_of(end, *offset_).value_or(LLONG_MAX));
         found.offset = *offset;
         found.is_dst = told.is_dst;
-        return std::nullopt;
+        return {};
     }
 
     const ka_time_zone& zone_;
@@ -174,15 +180,14 @@ read_all(const ka_time_zone& zone, std::span<const long long> instants, std::spa
 {
     refuse_other_length(instants.size(), values.size());
     const asked_zone asked(zone);
-    same_offset now;
-    for (std::size_t row = 0; row < instants.size(); ++row) {
-        const long long instant = instants[row];
-        if (!now.instants.holds(instant)) {
-            now = asked.around(instant);
-            if (now.code)
-                return {row, now.code};
-        }
-        values[row] = put(instant, now);
+    for (std::size_t row = 0; row < instants.size();) {
+        const same_offset now = asked.around(instants[row]);
+        if (now.refused)
+            return {row, now.refused.code};
+        do {
+            values[row] = put(instants[row], now);
+            ++row;
+        } while (row < instants.size() && now.instants.holds(instants[row]));
     }
     return {instants.size(), std::nullopt};
 }
@@ -216,12 +221,12 @@ struct local_time {
     explicit local_time(const ka_clock_fields& fields) noexcept
     {
         if (!ka_gregorian::is_date(fields.month, fields.day, fields.year)) {
-            code = ka_invalid_date;
+            refused = ka_invalid_date;
             return;
         }
         if (!ka_time::is_hour(fields.hour) || !ka_time::is_minute(fields.minute) ||
             !ka_time::is_second(fields.second) || !ka_time::is_microsecond(fields.microsecond)) {
-            code = ka_invalid_time;
+            refused = ka_invalid_time;
             return;
         }
         day = ka_gregorian::day_number(fields.month, fields.day, ka_gregorian::to_astronomical(fields.year));
@@ -230,7 +235,7 @@ struct local_time {
         microseconds = day * day_length + second_of_day * million + microsecond;
     }
 
-    std::optional<int> code;
+    refusal refused;
     int day = 0;
     int second_of_day = 0;
     int microsecond = 0;
@@ -241,7 +246,7 @@ struct local_time {
 struct same_shift {
     window local_times;
     long long shift = 0;
-    std::optional<int> code;
+    refusal refused;
 };
 
 /// A zone that is asked for what its local times mean.
@@ -266,9 +271,9 @@ public:
     same_shift around(const local_time& local) const
     {
         same_shift found;
-        found.code = code_of([&]() -> std::optional<int> {
+        found.refused = refusal_of([&]() -> refusal {
             if (finds_window(found, local.microseconds))
-                return std::nullopt;
+                return {};
             return find(found, local);
         });
         return found;
@@ -288,7 +293,7 @@ private:
     }
 
     /// By the definition, for this time alone.
-    std::optional<int> find(same_shift& found, const local_time& local) const
+    refusal find(same_shift& found, const local_time& local) const
     {
         const ka_local_moments means = ka_local_times(
             zone_, ka_access::time(local.second_of_day, local.microsecond), ka_access::date(local.day));
@@ -303,7 +308,7 @@ private:
             return ka_invalid_time_period;
         found.local_times = {local.microseconds, 1};
         found.shift = wrapping_sum(*instant, -local.microseconds);
-        return std::nullopt;
+        return {};
     }
 
     const ka_time_zone& zone_;
@@ -336,12 +341,12 @@ ka_column_result ka_instants(const ka_time_zone& zone, std::span<const ka_clock_
     same_shift now;
     for (std::size_t row = 0; row < fields.size(); ++row) {
         const local_time local(fields[row]);
-        if (local.code)
-            return {row, local.code};
+        if (local.refused)
+            return {row, local.refused.code};
         if (!now.local_times.holds(local.microseconds)) {
             now = asked.around(local);
-            if (now.code)
-                return {row, now.code};
+            if (now.refused)
+                return {row, now.refused.code};
         }
         instants[row] = wrapping_sum(local.microseconds, now.shift);
     }

@@ -23,23 +23,31 @@ stretch stretch_around(const ka_time_zone& zone, long long microsecond);
 
 /// The slots of a table by the microseconds since the first of them began: what
 /// they tell without a search is compiled into loops that ask for it.
-struct slots_by_microsecond {
+class slots_by_microsecond {
+public:
     using u64 = unsigned long long;
     static constexpr u64 million = 1000000;
 
     /// All or part of a slot.
     struct part {
-        u64 first = 0;
-        u64 end = 0;
-        const kind* told = nullptr;
+        u64 first;
+        u64 length;
+        const kind* told;
     };
 
-    /// False where the slot has to be searched.
+    slots_by_microsecond() = default;
+    explicit slots_by_microsecond(const table& zone) noexcept
+        : changes_(&zone), end_((zone.length >> slot_bits << slot_bits) * million)
+    {}
+
+    /// The last slot, where it is not a whole one, and slots of several changes are for others.
     [[gnu::always_inline]] bool find(part& found, u64 since) const noexcept
     {
+        if (since >= end_) [[unlikely]]
+            return false;
         const u64 second = since / million;
         const u64 start = second >> slot_bits << slot_bits;
-        const std::uint32_t word = changes->read.slots[second >> slot_bits];
+        const std::uint32_t word = changes_->read.slots[second >> slot_bits];
         const std::uint32_t row = word >> 24;
         if (row == searched_row) [[unlikely]]
             return false;
@@ -47,15 +55,16 @@ struct slots_by_microsecond {
         const u64 change = word & 0xffffff;
         const bool is_after = second - start >= change;
         const u64 all_if_after = 0 - static_cast<u64>(is_after);
-        const u64 first = start + (change & all_if_after);
-        const u64 end = (start + change + ((slot_length - change) & all_if_after)) * million;
-        const kind_pair& pair = changes->pairs[row];
-        found = {first * million, end < length ? end : length, is_after ? &pair.after : &pair.before};
+        const kind_pair& pair = changes_->pairs[row];
+        found.first = (start + (change & all_if_after)) * million;
+        found.length = (change + ((slot_length - 2 * change) & all_if_after)) * million;
+        found.told = is_after ? &pair.after : &pair.before;
         return true;
     }
 
-    const table* changes = nullptr;
-    u64 length = 0;
+private:
+    const table* changes_ = nullptr;
+    u64 end_ = 0;
 };
 
 }
