@@ -11,7 +11,10 @@ struct month_day_year {
     short year;
 };
 
-std::string parts_shown(const month_day_year& parts) { return calendar_text(parts.year, parts.month, parts.day); }
+std::string parts_shown(const month_day_year& parts)
+{
+    return calendar_text(parts.year, parts.month, parts.day);
+}
 std::string day_shown(const ka_date& date) { return std::to_string(date.julian_day() - epoch_day); }
 
 const column<ka_date>& dates()

@@ -91,7 +91,7 @@ std::vector<operation> column_operations()
     return {
         {"a column of offsets", {}, 0, read_offsets<random>, offset_result<random>, zones},
         {"a column of offsets, in order", {}, 0, read_offsets<in_order>, offset_result<in_order>, zones},
-        {"a column of fields", {{0.17, "cctz"}}, 111, read_fields<random>, fields_result<random>, zones},
+        {"a column of fields", {{0.17, "cctz"}}, 160, read_fields<random>, fields_result<random>, zones},
         {"a column of fields, in order",
          {{0.5, "Hinnant's date, kept"}},
          0,
