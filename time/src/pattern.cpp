@@ -5,7 +5,7 @@
 #include "text/exact.h"
 #include "text/language_access.h"
 #include "text/pattern_access.h"
-#include "text/print_inline.h"
+#include "text/print_prepared.h"
 #include "text/values.h"
 #include "throw.h"
 
@@ -43,7 +43,7 @@ std::string text_of(const ka_pattern& pattern, const Value& value)
 {
     growing_text out;
     const char* const end =
-        print(out.begin(), out, prepared(pattern).printed, value_of(value, texts_of(pattern.language())));
+        print_prepared(out.begin(), out, prepared(pattern), value_of(value, texts_of(pattern.language())));
     return std::move(out).str(end);
 }
 
@@ -53,7 +53,7 @@ template <typename Value>
 {
     text_buffer out(first, last);
     char* const end =
-        print_inline(first, out, prepared(pattern).printed, value_of(value, texts_of(pattern.language())));
+        print_prepared(first, out, prepared(pattern), value_of(value, texts_of(pattern.language())));
     if (out.is_full())
         return {last, std::errc::value_too_large};
     return {end, std::errc()};

@@ -33,4 +33,35 @@ ka_prepared_format::ka_prepared_format(const std::string& format, const ka_langu
         if (next.is_code())
             told |= ka_field_bit(next.code().field);
     }
+    make_steps();
+    measure_steps();
+}
+
+void ka_prepared_format::make_steps()
+{
+    tail = printed;
+    for (ka_format_pieces stream(printed); !stream.is_at_end();) {
+        const std::string_view rest = stream.rest();
+        const ka_format_piece piece = stream.next();
+        if (!piece.is_code)
+            continue;
+        const auto letter = static_cast<unsigned char>(piece.letter);
+        const way printed_so = piece.is_padded ? way::letter_itself : ways[letter];
+        const std::string_view literal = tail.substr(0, tail.size() - rest.size());
+        steps.push_back({literal, printed_so, code_printers[letter], rest.substr(1), stream.rest()});
+        tail = stream.rest();
+    }
+}
+
+void ka_prepared_format::measure_steps()
+{
+    room = tail.size();
+    for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
+        if (step->printed < way::text) {
+            room += step->literal.size() + longest_common_text(step->printed);
+        } else {
+            step->room_behind = room;
+            room = step->literal.size();
+        }
+    }
 }

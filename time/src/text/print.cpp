@@ -38,9 +38,15 @@ ka_date date_of(const printed_value& value)
 /// From 0, a Sunday, on.
 unsigned int weekday_of(const printed_value& value)
 {
-    if (value.julian_day == 0) [[unlikely]]
-        return date_of(value).weekday() - 1u;
-    return (static_cast<unsigned int>(value.julian_day) + 1) % 7;
+    const auto day = static_cast<unsigned int>(value.julian_day);
+    if (value.julian_day <= 0) [[unlikely]]
+        return day == 0 ? date_of(value).weekday() - 1u : (day + 1) % 7;
+    // A seventh, rounded up, of 2^34: exact for all days up to 2^31.
+    constexpr std::uint64_t seventh = 2454267027;
+    static_assert((0x80000000 * seventh >> 34) == 0x80000000 / 7 &&
+                  (0x7fffffff * seventh >> 34) == 0x7fffffff / 7);
+    const auto weeks = static_cast<unsigned int>((day + 1) * seventh >> 34);
+    return day + 1 - 7 * weeks;
 }
 
 template <field Field>

@@ -10,6 +10,14 @@
 #include <string_view>
 #include <utility>
 
+/// A text of more than 16 bytes. Not compiled into its callers, which keep
+/// nothing then over the call of `memcpy`.
+[[gnu::noinline]] inline char* copy_long(char* at, std::string_view text) noexcept
+{
+    std::memcpy(at, text.data(), text.size());
+    return at + text.size();
+}
+
 /// Copies a short text by two copies that overlap, of which a name costs no
 /// call to `memcpy`.
 inline char* copy_name(char* at, std::string_view name) noexcept
@@ -28,11 +36,16 @@ inline char* copy_name(char* at, std::string_view name) noexcept
         std::memcpy(&last, text + size - 4, 4);
         std::memcpy(at, &first, 4);
         std::memcpy(at + size - 4, &last, 4);
-    } else if (size < 4) {
-        for (std::size_t i = 0; i < size; ++i)
-            at[i] = text[i];
-    } else {
-        std::memcpy(at, text, size);
+    } else if (size - 2 <= 2) {
+        std::uint16_t first = 0, last = 0;
+        std::memcpy(&first, text, 2);
+        std::memcpy(&last, text + size - 2, 2);
+        std::memcpy(at, &first, 2);
+        std::memcpy(at + size - 2, &last, 2);
+    } else if (size == 1) {
+        *at = *text;
+    } else if (size != 0) {
+        return copy_long(at, name);
     }
     return at + size;
 }
@@ -67,7 +80,9 @@ public:
 
     char* put(char* at, std::string_view added)
     {
-        return room_for(at, added.size()) ? copy_name(at, added) : at;
+        if (added.size() <= static_cast<std::size_t>(limit_ - at)) [[likely]]
+            return copy_name(at, added);
+        return put_in_more_room(at, added);
     }
 
     /// Puts fill characters at a place of the text, in front of what stands there.
@@ -93,6 +108,11 @@ protected:
     char* limit_;
 
 private:
+    [[gnu::cold, gnu::noinline]] char* put_in_more_room(char* at, std::string_view added)
+    {
+        return room_for(at, added.size()) ? copy_name(at, added) : at;
+    }
+
     /// The same end, with room for so many characters behind it where that can be had.
     char* grown(char* at, std::size_t count);
 

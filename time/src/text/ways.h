@@ -77,6 +77,16 @@ constexpr std::size_t promised_room(std::size_t size)
     return longest_for_letter * size + number_room;
 }
 
+/// Years whose numbers take four characters at most, a sign among them.
+constexpr bool is_common_year(int year) { return -1000 < year && year < 10000; }
+
+/// The most characters that a number takes in such years.
+constexpr std::size_t longest_common_text(way printed)
+{
+    constexpr std::size_t longest_year = sizeof "-999" - 1;
+    return printed == way::year || printed == way::number ? longest_year : longest_text(printed);
+}
+
 /// A number with a sign in front, which its width does not count.
 char* write_signed(char* at, int number, int width);
 
