@@ -1,9 +1,16 @@
-// Rewrites the stamps of a log, seconds since 1970 at the start of each line,
-// as local time: zonelog ZONE FORMAT [FILE]. The zone is one of the world's, or a
-// built-in one.
+// Rewrites the stamps of a log, at the start of each line, as local time:
+// zonelog [--from FORM] [--in ZONE] ZONE FORMAT [FILE]. A zone is one of the
+// world's, or a built-in one. Stamps are seconds since 1970, unless --from says
+// rfc3339 or the format that they have; where they tell no offset, --in says
+// whose clocks they are of, if not universal time.
 //
 //     $ echo '1720130400.25 door opened' | zonelog Europe/Berlin '%d %b %T.%q'
 //     05 Jul 00:00:00.250000 door opened
+//     $ echo '2024-07-04T18:00:00-04:00 door opened' | zonelog --from rfc3339 Europe/Berlin '%d %b %T'
+//     05 Jul 00:00:00 door opened
+//     $ echo '04/Jul/2024 18:00 door opened' |
+//         zonelog --from '%d/%b/%Y %H:%M' --in America/New_York Europe/Berlin '%d %b %T'
+//     05 Jul 00:00:00 door opened
 
 #include <algorithm>
 #include <cerrno>
@@ -13,16 +20,21 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <ios>
 #include <iostream>
 #include <iterator>
 #include <new>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
 
+#include <time/exchange.h>
+#include <time/read.h>
 #include <time/time_varnel.h>
 #include <time/world.h>
 
@@ -30,85 +42,117 @@
 
 namespace {
 
-constexpr bool is_digit(char c) { return c >= '0' && c <= '9'; }
+/// What reads the stamp that a line begins with.
+using stamp_reader = std::function<ka_read_result<ka_time_and_date>(std::string_view)>;
 
-/// Reads "-12.5" and its like; false for anything else. Digits of the fraction
-/// beyond the sixth are cut, and seconds stop counting far outside the dates
-/// of the library, but before its 32 bits of days run over.
-bool read_stamp(std::string_view text, ka_time_period& since_epoch)
+/// By what stands behind --from. Stamps without an offset are of the clocks of a zone.
+stamp_reader reader_of(const std::string& form, const ka_time_zone& there)
 {
-    constexpr long long beyond_all_dates = 10'000'000'000'000;
-    const bool negative = !text.empty() && text[0] == '-';
-    std::size_t at = negative;
-    if (at == text.size() || !is_digit(text[at]))
-        return false;
-    long long seconds = 0;
-    for (; at < text.size() && is_digit(text[at]); ++at)
-        seconds = std::min(seconds * 10 + (text[at] - '0'), beyond_all_dates);
+    constexpr ka_local_choice choice = ka_local_choice::compatible;
+    constexpr ka_extent extent = ka_extent::start;
+    if (form == "seconds")
+        return [](std::string_view line) { return ka_read_unix_seconds(line, extent); };
+    if (form == "rfc3339")
+        return [&there](std::string_view line) { return ka_read_rfc3339(line, there, choice, extent); };
 
-    int microseconds = 0;
-    if (at < text.size() && text[at] == '.') {
-        const std::size_t fraction = ++at;
-        int unit = 100000;
-        for (; at < text.size() && is_digit(text[at]); ++at, unit /= 10)
-            microseconds += unit * (text[at] - '0');
-        if (at == fraction)
-            return false;
-    }
-    const int sign = negative ? -1 : 1;
-    since_epoch = ka_time_period(sign * seconds, sign * microseconds);
-    return at == text.size();
+    const ka_pattern pattern(form);
+    // A refusal of no text at all has no place in it: one that has is of the pattern.
+    const auto empty = ka_read_time_and_date("", pattern, there);
+    if (!empty && empty.failure().position() + empty.failure().length() > 0)
+        empty.failure().raise();
+    return [&there, pattern](std::string_view line) {
+        return ka_read_time_and_date(line, pattern, there, choice, extent);
+    };
 }
 
 /// Standard output, in large blocks.
 class output {
 public:
+    output() : block_(1 << 16) {}
+
     void write(std::string_view text)
     {
-        if (buffer_.size() + text.size() > block)
-            flush();
-        if (text.size() > block)
-            send(text);
-        else
-            buffer_ += text;
+        if (text.size() > room())
+            send_all();
+        if (text.size() > room())
+            return send(text);
+        std::memcpy(end(), text.data(), text.size());
+        used_ += text.size();
+    }
+    /// The text of a moment, straight into the block; false where that has no room for it.
+    bool write(const ka_time_and_date& moment, const ka_pattern& pattern)
+    {
+        const auto written = pattern.to_chars(end(), end() + room(), moment);
+        if (written.ec != std::errc())
+            return false;
+        used_ = static_cast<std::size_t>(written.ptr - block_.data());
+        return true;
     }
     void flush()
     {
-        send(buffer_);
+        send_all();
         std::fflush(stdout);
-        buffer_.clear();
     }
     bool failed() const { return std::ferror(stdout) != 0; }
 
 private:
-    static constexpr std::size_t block = 1 << 16;
+    char* end() { return block_.data() + used_; }
+    std::size_t room() const { return block_.size() - used_; }
+    void send_all() { send({block_.data(), std::exchange(used_, 0)}); }
     static void send(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }
-    std::string buffer_;
+
+    std::vector<char> block_;
+    std::size_t used_ = 0;
 };
 
-/// Longer than any number that a program prints, so that a log without an end to
-/// its first digits is not held in memory.
+/// Longer than any stamp that a program prints, so that a log without an end to
+/// its first stamp is not held in memory.
 constexpr std::size_t longest_stamp = 4096;
 
-/// Takes a log in pieces that end anywhere. Only a stamp is ever held back, so
-/// a line can have any length.
+/// Whether a stamp can end there: before a blank, a tab or the end of the line.
+bool is_end_of_stamp(std::string_view line, std::size_t end)
+{
+    const std::string_view rest = line.substr(end);
+    return end <= longest_stamp && (rest.empty() || rest[0] == ' ' || rest[0] == '\t' || rest == "\r");
+}
+
+/// Takes a log in pieces that end anywhere, and lines of any length.
 class rewriter {
 public:
-    rewriter(const ka_time_zone& zone, const char* format, output& out)
-        : first_(ka_time_and_date::min_time(), ka_time_and_date::min_date(), zone),
+    rewriter(stamp_reader read, const ka_time_zone& zone, const char* format, output& out)
+        : read_(std::move(read)), first_(ka_time_and_date::min_time(), ka_time_and_date::min_date(), zone),
           last_(ka_time_and_date::max_time(), ka_time_and_date::max_date(), zone), format_(format), out_(out)
-    {}
-
-    void feed(std::string_view piece)
     {
-        while (!piece.empty())
-            piece.remove_prefix(behind_stamp_ ? pass(piece) : collect(piece));
+        try {
+            pattern_.emplace(format);
+        } catch (const ka_time_varnel_error&) {
+            // Not each format is a pattern: what is no code prints itself.
+        }
     }
-    /// The end of the log, which also ends a stamp.
-    void finish()
+
+    /// Gives back the end of a piece, where a line begins that can't be judged
+    /// yet; the next piece has to begin with it.
+    std::string_view feed(std::string_view piece)
     {
-        if (!stamp_.empty())
-            judge('\n');
+        while (!piece.empty()) {
+            const std::size_t newline = piece.find('\n');
+            const bool is_whole = newline != piece.npos;
+            if (!is_whole && !is_inside_line_ &&
+                piece.size() <= longest_stamp + 1) // a carriage return may come
+                break;
+            const std::size_t size = is_whole ? newline + 1 : piece.size();
+            const std::size_t stamp = is_inside_line_ ? 0 : rewrite(piece.substr(0, newline));
+            out_.write(piece.substr(stamp, size - stamp));
+            is_inside_line_ = !is_whole;
+            piece.remove_prefix(size);
+        }
+        return piece;
+    }
+    /// The end of the log, which also ends a line.
+    void finish(std::string_view line)
+    {
+        if (!line.empty())
+            out_.write(line.substr(rewrite(line)));
         out_.flush();
     }
     void report() const
@@ -118,73 +162,40 @@ public:
     }
 
 private:
-    /// Copies the rest of a line.
-    std::size_t pass(std::string_view piece)
+    /// Writes the stamp of a line anew, and returns how much of the line that was.
+    std::size_t rewrite(std::string_view line)
     {
-        const std::size_t newline = piece.find('\n');
-        behind_stamp_ = newline == std::string_view::npos;
-        const std::size_t length = behind_stamp_ ? piece.size() : newline + 1;
-        out_.write(piece.substr(0, length));
-        return length;
-    }
-
-    /// Gathers a stamp, up to the first byte that has no place in one. A
-    /// carriage return has one before the newline only, which comes later.
-    std::size_t collect(std::string_view piece)
-    {
-        const auto* end = std::find_if(piece.begin(), piece.end(), [](char c) {
-            return !is_digit(c) && c != '.' && c != '-' && c != '\r';
-        });
-        stamp_.append(piece.begin(), end);
-        if (end != piece.end())
-            judge(*end);
-        else if (stamp_.size() > longest_stamp + 1) // with a carriage return
-            pass_bad_stamp();
-        return static_cast<std::size_t>(end - piece.begin());
-    }
-
-    void judge(char behind)
-    {
-        std::string_view text = stamp_;
-        if (behind == '\n' && text.ends_with('\r'))
-            text.remove_suffix(1);
-        const bool ended = behind == ' ' || behind == '\t' || behind == '\n';
-        ka_time_period since_epoch;
-        if (!ended || text.size() > longest_stamp || !read_stamp(text, since_epoch))
-            return pass_bad_stamp();
-        rewrite(text, since_epoch);
-        out_.write(std::string_view(stamp_).substr(text.size()));
-        stamp_.clear();
-        behind_stamp_ = true;
-    }
-
-    void pass_bad_stamp()
-    {
-        ++bad_;
-        out_.write(stamp_);
-        stamp_.clear();
-        behind_stamp_ = true;
-    }
-
-    void rewrite(std::string_view text, const ka_time_period& since_epoch)
-    {
-        ka_time_and_date moment(since_epoch);
+        const auto stamp = read_(line);
+        if (!stamp || !is_end_of_stamp(line, stamp.end())) {
+            ++(!stamp && is_beyond_time(line, stamp.failure()) ? out_of_range_ : bad_);
+            return 0;
+        }
+        ka_time_and_date moment = *stamp;
         if (moment < first_ || moment > last_) {
             ++out_of_range_;
-            out_.write(text);
-            return;
+            return 0;
         }
         moment.time_zone(first_.time_zone());
+        if (!pattern_ || !out_.write(moment, *pattern_))
+            out_.write(moment.to_string(format_));
         ++good_;
-        out_.write(moment.to_string(format_));
+        return stamp.end();
     }
 
+    /// Whether a stamp is a number, of more seconds than a moment can have.
+    static bool is_beyond_time(std::string_view line, const ka_read_failure& failure)
+    {
+        return failure.field() == "seconds" && failure.length() > 1 &&
+               is_end_of_stamp(line, failure.position() + failure.length());
+    }
+
+    stamp_reader read_;
     /// The first and the last moment that the zone has a date for.
     const ka_time_and_date first_, last_;
     const char* format_;
+    std::optional<ka_pattern> pattern_;
     output& out_;
-    std::string stamp_;
-    bool behind_stamp_ = false;
+    bool is_inside_line_ = false;
     unsigned long long good_ = 0, bad_ = 0, out_of_range_ = 0;
 };
 
@@ -194,21 +205,25 @@ private:
 void copy(std::streambuf& in, rewriter& log, output& out)
 {
     std::vector<char> buffer(1 << 16);
-    const auto room = static_cast<std::streamsize>(buffer.size());
+    std::size_t held = 0;
     while (!out.failed() && in.sgetc() != std::streambuf::traits_type::eof()) {
+        const auto room = static_cast<std::streamsize>(buffer.size() - held);
         const std::streamsize arrived = in.in_avail();
-        const std::streamsize length = in.sgetn(buffer.data(), std::clamp<std::streamsize>(arrived, 1, room));
-        log.feed({buffer.data(), static_cast<std::size_t>(length)});
-        if (in.in_avail() <= 0 && (arrived > 0 || buffer[0] == '\n'))
+        const std::streamsize length =
+            in.sgetn(buffer.data() + held, std::clamp<std::streamsize>(arrived, 1, room));
+        const std::string_view rest = log.feed({buffer.data(), held + static_cast<std::size_t>(length)});
+        held = rest.size();
+        std::memmove(buffer.data(), rest.data(), held);
+        if (in.in_avail() <= 0 && (arrived > 0 || held == 0))
             out.flush();
     }
-    log.finish();
+    log.finish({buffer.data(), held});
 }
 
-int run(std::streambuf& in, const ka_time_zone& zone, const char* format)
+int run(std::streambuf& in, stamp_reader read, const ka_time_zone& zone, const char* format)
 {
     output out;
-    rewriter log(zone, format, out);
+    rewriter log(std::move(read), zone, format, out);
     const auto fail = [&](const std::string& message) {
         out.flush();
         std::fprintf(stderr, "zonelog: %s\n", message.c_str());
@@ -248,35 +263,75 @@ const ka_time_zone* zone_of(const char* name)
     }
 }
 
+struct arguments {
+    const char* form = "seconds";
+    const char* there = "utc";
+    const char* zone = nullptr;
+    const char* format = nullptr;
+    /// Null for standard input.
+    const char* file = nullptr;
+};
+
+bool parse(char** word, arguments& given)
+{
+    for (; *word != nullptr && std::strncmp(*word, "--", 2) == 0; word += 2) {
+        const std::string_view option = *word;
+        if ((option != "--from" && option != "--in") || word[1] == nullptr)
+            return false;
+        (option == "--from" ? given.form : given.there) = word[1];
+    }
+    for (const char** const each : {&given.zone, &given.format, &given.file})
+        if (*word != nullptr)
+            *each = *word++;
+    return given.format != nullptr && *word == nullptr;
 }
 
-int main(int argc, char** argv)
+int rewrite_file(const arguments& given, stamp_reader read, const ka_time_zone& zone)
 {
-    if (argc != 3 && argc != 4) {
-        std::fputs("usage: zonelog ZONE FORMAT [FILE]\n", stderr);
+    // Some runtimes open a folder, and find nothing in it.
+    std::error_code unknown;
+    if (std::filesystem::is_directory(given.file, unknown)) {
+        std::fprintf(stderr, "zonelog: cannot read: %s\n",
+                     std::make_error_code(std::errc::is_a_directory).message().c_str());
+        return 1;
+    }
+    std::vector<char> buffer(1 << 16);
+    std::filebuf file;
+    file.pubsetbuf(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+    if (file.open(given.file, std::ios::in | std::ios::binary) == nullptr) {
+        std::perror(("zonelog: " + std::string(given.file)).c_str());
+        return 1;
+    }
+    return run(file, std::move(read), zone, given.format);
+}
+
+}
+
+int main(int, char** argv)
+{
+    arguments given;
+    if (!parse(argv + 1, given)) {
+        std::fputs("usage: zonelog [--from seconds|rfc3339|PATTERN] [--in ZONE] ZONE FORMAT [FILE]\n",
+                   stderr);
         return 2;
     }
-    const ka_time_zone* const zone = zone_of(argv[1]);
-    if (zone == nullptr)
+    const ka_time_zone* const zone = zone_of(given.zone);
+    const ka_time_zone* const there = zone == nullptr ? nullptr : zone_of(given.there);
+    if (there == nullptr)
         return 2;
+    stamp_reader read;
+    try {
+        read = reader_of(given.form, *there);
+    } catch (const ka_time_varnel_error& error) {
+        std::fprintf(stderr, "zonelog: no form of stamps: %s\n", error.what());
+        return 2;
+    }
 
 #ifdef SIGPIPE
     std::signal(SIGPIPE, SIG_IGN); // a closed pipe shows as a failed write
 #endif
     std::ios::sync_with_stdio(false); // gives std::cin a buffer, and with it an in_avail
-    std::vector<char> buffer(1 << 16);
-    // Some runtimes open a folder, and find nothing in it.
-    std::error_code unknown;
-    if (argc == 4 && std::filesystem::is_directory(argv[3], unknown)) {
-        std::fprintf(stderr, "zonelog: cannot read: %s\n",
-                     std::make_error_code(std::errc::is_a_directory).message().c_str());
-        return 1;
-    }
-    std::filebuf file;
-    file.pubsetbuf(buffer.data(), static_cast<std::streamsize>(buffer.size()));
-    if (argc == 4 && file.open(argv[3], std::ios::in | std::ios::binary) == nullptr) {
-        std::perror(("zonelog: " + std::string(argv[3])).c_str());
-        return 1;
-    }
-    return run(argc == 4 ? file : *std::cin.rdbuf(), *zone, argv[2]);
+    if (given.file != nullptr)
+        return rewrite_file(given, std::move(read), *zone);
+    return run(*std::cin.rdbuf(), std::move(read), *zone, given.format);
 }

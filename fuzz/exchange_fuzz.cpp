@@ -146,6 +146,17 @@ void check_reader(string_view text, Read read)
     agree(!whole || is_same(*whole, *start), "a text and its start");
 }
 
+/// Zeros in front of a number, so many that it is read digit by digit, change nothing.
+void check_seconds(const string& text)
+{
+    if (text.empty() || text[0] < '0' || text[0] > '9')
+        return;
+    const auto read = ka_read_unix_seconds(text), longer = ka_read_unix_seconds(string(16, '0') + text);
+    agree(read.has_value() == longer.has_value(), "zeros in front of seconds");
+    if (read)
+        agree(read->utc_time_and_date() == longer->utc_time_and_date(), "what seconds with zeros in front say");
+}
+
 void check_readers(const string& text)
 {
     const auto rfc3339 = ka_read_rfc3339(text);
@@ -171,6 +182,7 @@ void check_readers(const string& text)
     check_reader(text, ka_read_iso_duration);
     check_reader(text, ka_read_duration);
     check_reader(text, ka_read_unix_seconds);
+    check_seconds(text);
 }
 
 /// What is written reads back as the same.

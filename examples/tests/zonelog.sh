@@ -11,11 +11,12 @@ fail() {
     echo "$1" >&2
     exit 1
 }
+form=seconds there=utc
 # check ZONE FORMAT INPUT OUTPUT "REWRITTEN BAD OUT_OF_RANGE", with printf's escapes
 check() {
     printf -- "$3" >input
     printf -- "$4" >expected
-    "$zonelog" "$1" "$2" <input >output 2>summary || fail "fails on '$3' in $1"
+    "$zonelog" --from "$form" --in "$there" "$1" "$2" <input >output 2>summary || fail "fails on '$3' in $1"
     cmp output expected || fail "'$3' in $1"
     set -- "$3" $5
     echo "zonelog: $2 stamps rewritten, $3 bad, $4 out of range" | diff - summary || fail "counts of '$1'"
@@ -49,6 +50,16 @@ check Europe/Kyiv '%H:%M %Z' '1711846799\n1711846800\n' '02:59 EET-2\n04:00 EEST
 check utc %H "%04096d a%300000s\n1.%04094d" "00 a%300000s\n00" '2 0 0'
 check utc %H "%04096d\r\n%04097d\n" "00\r\n%04097d\n" '1 1 0'
 check utc %H "%0300000d a\n1\n%300000s\n1.%0300000d" "%0300000d a\n00\n%300000s\n1.%0300000d" '1 3 0'
+
+form=rfc3339
+check Europe/Berlin %T '2024-07-04T18:00:00-04:00 a\n2024-07-04 22:00:00.5Z\tb\n2024-07-04T22:00:00\r\n' \
+    '00:00:00 a\n00:00:00\tb\n00:00:00\r\n' '3 0 0'
+bad='2024-02-30T00:00:00Z a\n2024-07-04\n1720130400 a\n2024-07-04T18:00:00Z: b\n'
+check utc %T "$bad" "$bad" '0 4 0'
+check utc %T '+032766-12-31T23:59:59-01:00' '+032766-12-31T23:59:59-01:00' '0 0 1'
+form='%d/%b/%Y %H:%M:%S' there=America/New_York
+check Europe/Berlin "$stamp" '4/Jul/2024 18:00:00 a\n03/Nov/2024 01:30:00\n30/Feb/2024 00:00:00\n4/Jul/2024 18:00:00,5\n' \
+    '2024-07-05 00:00:00 a\n2024-11-03 06:30:00\n30/Feb/2024 00:00:00\n4/Jul/2024 18:00:00,5\n' '2 2 0'
 
 # A million lines, with the expected text by plain arithmetic.
 awk 'BEGIN {
@@ -95,5 +106,9 @@ refused() {
 }
 refused 2 'Zone( atlantis ).*; the built-in zones are hawaii .* israel$' atlantis %H
 refused 2 '^usage' utc
+refused 2 '^usage' --into utc utc %H
+refused 2 'Zone( atlantis )' --in atlantis utc %H
+refused 2 'no form of stamps.*a year, in %d' --from %d utc %H
+refused 2 'no form of stamps.*No code of a pattern at 3 in %H:%Q' --from %H:%Q utc %H
 refused 1 'nowhere: No such file' utc %H nowhere
 refused 1 'cannot read: Is a directory' utc %H .

@@ -1,9 +1,8 @@
+#include <cstdint>
+
+#include "eight_digits.h"
 #include "exchange_reading.h"
 #include "exchange_writing.h"
-
-#include <bit>
-#include <cstdint>
-#include <cstring>
 
 namespace exchange {
 
@@ -31,56 +30,10 @@ auto rfc3339_writer(const ka_time_and_date& moment, ka_fraction fraction)
     };
 }
 
-// Nearly all texts begin as 2024-07-04T18:28:38. Eight characters are looked at
-// at once: what is left of each when its pattern is taken away is a digit or,
-// for a separator, zero.
-
-std::uint64_t eight_at(const char* text) noexcept
-{
-    std::uint64_t eight = 0;
-    std::memcpy(&eight, text, sizeof eight);
-    if constexpr (std::endian::native == std::endian::big) {
-        std::uint64_t turned = 0;
-        for (int byte = 0; byte < 8; ++byte)
-            turned = turned << 8 | (eight >> 8 * byte & 0xff);
-        return turned;
-    }
-    return eight;
-}
-
-/// A pattern of eight characters, whose digits are written as '0'.
-struct pattern {
-    std::uint64_t zeros = 0;
-    /// To a digit 0x76 can be added, to a zero 0x7f, and no bit is carried.
-    std::uint64_t room = 0;
-
-    explicit constexpr pattern(const char* text) noexcept
-    {
-        for (int place = 0; place < 8; ++place) {
-            const auto character = static_cast<unsigned char>(text[place]);
-            zeros |= std::uint64_t{character} << 8 * place;
-            room |= std::uint64_t{character == '0' ? 0x76u : 0x7fu} << 8 * place;
-        }
-    }
-    /// The digits, or false where something else stands there.
-    bool reads(const char* text, std::uint64_t& digits) const noexcept
-    {
-        digits = eight_at(text) ^ zeros;
-        return ((digits | (digits + room)) & 0x8080808080808080) == 0;
-    }
-};
-
-/// The number of two digits from a place on.
-constexpr int two(std::uint64_t digits, int place) noexcept
-{
-    const auto pair = static_cast<unsigned int>(digits >> 8 * place);
-    return static_cast<int>((pair & 0xff) * 10 + (pair >> 8 & 0xff));
-}
-
-/// The first 19 characters, where they are what they nearly always are.
+/// The first 19 characters, where they are what they nearly always are: 2024-07-04T18:28:38.
 bool read_at_once(std::string_view text, int& julian_day, told_time& time) noexcept
 {
-    constexpr pattern year_month("0000-00-"), day_hour("00T00:00"), times("00:00:00");
+    constexpr eight_pattern year_month("0000-00-"), day_hour("00T00:00"), times("00:00:00");
     std::uint64_t first = 0, second = 0, third = 0;
     if (text.size() < 19 || !year_month.reads(text.data(), first) ||
         !day_hour.reads(text.data() + 8, second) || !times.reads(text.data() + 11, third))
@@ -104,24 +57,9 @@ int pair_at(const char* text) noexcept
     return tens <= 9 && ones <= 9 ? tens * 10 + ones : 100;
 }
 
-/// The fraction and the offset behind the first 19 characters, likewise. Gives
-/// where they end, or null.
-const char* read_end_at_once(std::string_view text, told_time& time, told_offset& offset) noexcept
+/// "Z", or an offset that is not zero. Gives where it ends, or null.
+const char* read_offset_at_once(const char* next, const char* end, told_offset& offset) noexcept
 {
-    constexpr int places[] = {1000000, 100000, 10000, 1000, 100, 10, 1};
-    const char* next = text.data() + 19;
-    const char* const end = text.data() + text.size();
-    if (next != end && *next == '.') {
-        const char* const first = ++next;
-        int digits = 0;
-        for (; next != end && next != first + 6 && scanner::is_digit(*next); ++next)
-            digits = 10 * digits + (*next - '0');
-        if (next == first)
-            return nullptr;
-        time.microsecond = digits * places[next - first];
-        while (next != end && scanner::is_digit(*next))
-            ++next;
-    }
     if (next != end && *next == 'Z') {
         offset.is_zulu = true;
         return next + 1;
@@ -134,6 +72,19 @@ const char* read_end_at_once(std::string_view text, told_time& time, told_offset
         return nullptr;
     offset.seconds = *next == '-' ? -seconds : seconds;
     return next + 6;
+}
+
+/// What stands behind the first 19 characters, likewise. Gives where it ends, or 0.
+std::size_t read_end_at_once(std::string_view text, told_time& time, told_offset& offset,
+                             ka_extent extent) noexcept
+{
+    const char* next = text.data() + 19;
+    const char* const end = text.data() + text.size();
+    if (next != end && *next == '.' && !read_fraction_at_once(++next, end, time.microsecond))
+        return 0;
+    next = read_offset_at_once(next, end, offset);
+    const bool is_read = next != nullptr && (next == end || extent == ka_extent::start);
+    return is_read ? static_cast<std::size_t>(next - text.data()) : 0;
 }
 
 bool read_date_and_time(scanner& in, int& julian_day, told_time& time) noexcept
@@ -198,6 +149,33 @@ ka_read_result<ka_told_moment> read_in_steps(std::string_view text, ka_extent ex
     return result_of(in.at(), julian_day, time, offset);
 }
 
+/// A moment of which the text tells the local time alone.
+ka_read_result<ka_time_and_date> local_result(int julian_day, const told_time& time, std::size_t end,
+                                              const ka_time_zone& zone, ka_local_choice choice)
+{
+    if (zone.dst_observed())
+        return {ka_local_time(zone, ka_access::time(time.second_of_day, time.microsecond),
+                              ka_access::date(julian_day), choice),
+                end, time.is_leap_second};
+    return {moment_of(instant_of(julian_day, time, 0) + zone.offset(), zone), end, time.is_leap_second};
+}
+
+ka_read_result<ka_time_and_date> read_in_steps(std::string_view text, const ka_time_zone& zone,
+                                               ka_local_choice choice, ka_extent extent)
+{
+    scanner in(text, extent);
+    int julian_day = 0;
+    told_time time;
+    told_offset offset;
+    if (!read_local_clock(in, text, julian_day, time))
+        return in.failure();
+    if (in.is_at_end() || (!in.wants_all() && !begins_offset(in)))
+        return local_result(julian_day, time, in.at(), zone, choice);
+    if (!read_offset(in, offset) || !in.ends())
+        return in.failure();
+    return {moment_of(instant_of(julian_day, time, offset.seconds), zone), in.at(), time.is_leap_second};
+}
+
 }
 
 std::string ka_rfc3339(const ka_time_and_date& moment, ka_fraction fraction)
@@ -219,9 +197,8 @@ ka_read_result<ka_told_moment> ka_read_rfc3339(std::string_view text, ka_extent 
     told_offset offset;
     if (!read_at_once(text, julian_day, time))
         return read_in_steps(text, extent);
-    const char* const end = read_end_at_once(text, time, offset);
-    const auto size = static_cast<std::size_t>(end - text.data());
-    if (end == nullptr || (extent == ka_extent::all && size != text.size())) [[unlikely]]
+    const std::size_t size = read_end_at_once(text, time, offset, extent);
+    if (size == 0) [[unlikely]]
         return read_in_steps(text, extent);
     return result_of(size, julian_day, time, offset);
 }
@@ -229,21 +206,15 @@ ka_read_result<ka_told_moment> ka_read_rfc3339(std::string_view text, ka_extent 
 ka_read_result<ka_time_and_date> ka_read_rfc3339(std::string_view text, const ka_time_zone& zone,
                                                  ka_local_choice choice, ka_extent extent)
 {
-    scanner in(text, extent);
     int julian_day = 0;
     told_time time;
     told_offset offset;
-    if (!read_local_clock(in, text, julian_day, time))
-        return in.failure();
-    if (in.is_at_end() || (extent == ka_extent::start && !begins_offset(in))) {
-        if (zone.dst_observed())
-            return {ka_local_time(zone, ka_access::time(time.second_of_day, time.microsecond),
-                                  ka_access::date(julian_day), choice),
-                    in.at(), time.is_leap_second};
-        return {moment_of(instant_of(julian_day, time, 0) + zone.offset(), zone), in.at(),
-                time.is_leap_second};
-    }
-    if (!read_offset(in, offset) || !in.ends())
-        return in.failure();
-    return {moment_of(instant_of(julian_day, time, offset.seconds), zone), in.at(), time.is_leap_second};
+    if (!read_at_once(text, julian_day, time))
+        return read_in_steps(text, zone, choice, extent);
+    if (text.size() == 19)
+        return local_result(julian_day, time, 19, zone, choice);
+    const std::size_t size = read_end_at_once(text, time, offset, extent);
+    if (size == 0) [[unlikely]]
+        return read_in_steps(text, zone, choice, extent);
+    return {moment_of(instant_of(julian_day, time, offset.seconds), zone), size};
 }

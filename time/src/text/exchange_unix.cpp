@@ -1,3 +1,4 @@
+#include "eight_digits.h"
 #include "exchange_reading.h"
 #include "exchange_writing.h"
 
@@ -83,6 +84,46 @@ bool read_seconds(scanner& in, u64& seconds) noexcept
     return true;
 }
 
+/// From the epoch on, in at most 15 digits and a fraction, as nearly all texts
+/// are. Gives where they end, or 0.
+std::size_t read_at_once(std::string_view text, u64& seconds, int& microsecond, ka_extent extent) noexcept
+{
+    constexpr unsigned int places[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000};
+    const char* next = text.data();
+    const char* const end = next + text.size();
+    const digit_run first(next, end);
+    next += first.count;
+    seconds = first.number;
+    if (first.count == 8) {
+        const digit_run second(next, end);
+        if (second.count == 8)
+            return 0;
+        next += second.count;
+        seconds = seconds * places[second.count] + second.number;
+    }
+    if (first.count == 0 || (next != end && *next == '.' && !read_fraction_at_once(++next, end, microsecond)))
+        return 0;
+    return next == end || extent == ka_extent::start ? static_cast<std::size_t>(next - text.data()) : 0;
+}
+
+/// Any text, and what is wrong with it.
+ka_read_result<ka_time_and_date> read_in_steps(std::string_view text, ka_extent extent) noexcept
+{
+    scanner in(text, extent);
+    distance from;
+    told_time fraction;
+    from.is_before = in.takes('-');
+    if (!read_seconds(in, from.seconds) || !read_fraction(in, fraction) || !in.ends())
+        return in.failure();
+    from.microseconds = static_cast<unsigned int>(fraction.microsecond);
+    ka_time_period instant;
+    if (!instant_at(from, instant)) {
+        in.fails(ka_invalid_time, 0, in.at(), "seconds");
+        return in.failure();
+    }
+    return {moment_of(instant, ka_time_zone::utc()), in.at()};
+}
+
 }
 
 }
@@ -103,17 +144,11 @@ std::to_chars_result ka_write_unix_seconds(char* first, char* last, const ka_tim
 
 ka_read_result<ka_time_and_date> ka_read_unix_seconds(std::string_view text, ka_extent extent) noexcept
 {
-    scanner in(text, extent);
-    distance from;
-    told_time fraction;
-    from.is_before = in.takes('-');
-    if (!read_seconds(in, from.seconds) || !read_fraction(in, fraction) || !in.ends())
-        return in.failure();
-    from.microseconds = static_cast<unsigned int>(fraction.microsecond);
-    ka_time_period instant;
-    if (!instant_at(from, instant)) {
-        in.fails(ka_invalid_time, 0, in.at(), "seconds");
-        return in.failure();
-    }
-    return {moment_of(instant, ka_time_zone::utc()), in.at()};
+    u64 seconds = 0;
+    int microsecond = 0;
+    const std::size_t size = read_at_once(text, seconds, microsecond, extent);
+    if (size == 0) [[unlikely]]
+        return read_in_steps(text, extent);
+    const ka_time_period instant = ka_access::period(static_cast<long long>(seconds + epoch), microsecond);
+    return {moment_of(instant, ka_time_zone::utc()), size};
 }
