@@ -80,9 +80,10 @@ struct digit_run {
         constexpr eight_pattern all_digits("00000000");
         if (end - text >= 8) [[likely]] {
             const std::uint64_t digits = eight_at(text) ^ all_digits.zeros;
-            count = std::countr_zero(all_digits.others(digits)) / 8;
-            if (count > 0)
-                number = eight_digit_number(digits << (64 - 8 * count));
+            const int bits = std::countr_zero(all_digits.others(digits)) & ~7;
+            count = bits / 8;
+            if (bits != 0)
+                number = eight_digit_number(digits << (-bits & 63));
             return;
         }
         for (; text != end && is_digit(*text); ++text, ++count)
@@ -92,14 +93,15 @@ struct digit_run {
     static constexpr bool is_digit(char character) noexcept { return '0' <= character && character <= '9'; }
 };
 
+inline constexpr unsigned int powers_of_ten[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000};
+
 /// The digits behind a point, of which those beyond the sixth are dropped; false where there is none.
 inline bool read_fraction_at_once(const char*& next, const char* end, int& microsecond) noexcept
 {
-    constexpr unsigned int places[] = {0, 100000, 10000, 1000, 100, 10, 1};
     const digit_run run(next, end);
     next += run.count;
     if (run.count <= 6) {
-        microsecond = static_cast<int>(run.number * places[run.count]);
+        microsecond = static_cast<int>(run.number * powers_of_ten[6 - run.count]);
         return run.count != 0;
     }
     microsecond = static_cast<int>(run.number / (run.count == 7 ? 10 : 100));

@@ -88,7 +88,6 @@ bool read_seconds(scanner& in, u64& seconds) noexcept
 /// are. Gives where they end, or 0.
 std::size_t read_at_once(std::string_view text, u64& seconds, int& microsecond, ka_extent extent) noexcept
 {
-    constexpr unsigned int places[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000};
     const char* next = text.data();
     const char* const end = next + text.size();
     const digit_run first(next, end);
@@ -99,7 +98,7 @@ std::size_t read_at_once(std::string_view text, u64& seconds, int& microsecond, 
         if (second.count == 8)
             return 0;
         next += second.count;
-        seconds = seconds * places[second.count] + second.number;
+        seconds = seconds * powers_of_ten[second.count] + second.number;
     }
     if (first.count == 0 || (next != end && *next == '.' && !read_fraction_at_once(++next, end, microsecond)))
         return 0;

@@ -37,31 +37,51 @@ ka_prepared_format::ka_prepared_format(const std::string& format, const ka_langu
     measure_steps();
 }
 
+void ka_prepared_format::add_letters(std::string_view letters)
+{
+    if (!letters.empty())
+        steps.push_back({.format = letters});
+}
+
 void ka_prepared_format::make_steps()
 {
-    tail = printed;
+    std::string_view letters = printed;
     for (ka_format_pieces stream(printed); !stream.is_at_end();) {
-        const std::string_view rest = stream.rest();
+        const std::size_t left = stream.rest().size();
         const ka_format_piece piece = stream.next();
         if (!piece.is_code)
             continue;
+        const std::string_view code = letters.substr(letters.size() - left + 1);
+        letters.remove_suffix(left);
         const auto letter = static_cast<unsigned char>(piece.letter);
-        const way printed_so = piece.is_padded ? way::letter_itself : ways[letter];
-        const std::string_view literal = tail.substr(0, tail.size() - rest.size());
-        steps.push_back({literal, printed_so, code_printers[letter], rest.substr(1), stream.rest()});
-        tail = stream.rest();
+        print_step step;
+        step.printed = ways[letter];
+        if (piece.is_padded)
+            step.printed = way::letter_itself;
+        if (letters.size() == 1) {
+            step.letters_in_front = 1;
+            step.letter_in_front = letters.front();
+        } else {
+            add_letters(letters);
+        }
+        step.printer = code_printers[letter];
+        step.format = code;
+        step.rest = letters = stream.rest();
+        steps.push_back(step);
     }
+    add_letters(letters);
 }
 
 void ka_prepared_format::measure_steps()
 {
-    room = tail.size();
     for (auto step = steps.rbegin(); step != steps.rend(); ++step) {
-        if (step->printed < way::text) {
-            room += step->literal.size() + longest_common_text(step->printed);
+        if (step->printed == way::letters) {
+            room += step->format.size();
+        } else if (step->printed < way::text) {
+            room += step->letters_in_front + longest_common_text(step->printed);
         } else {
             step->room_behind = room;
-            room = step->literal.size();
+            room = step->letters_in_front;
         }
     }
 }

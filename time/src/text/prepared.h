@@ -11,15 +11,18 @@
 #include "read_piece.h"
 #include "ways.h"
 
-/// A code of a format, and the letters in front of it.
+/// A code of a format with the letter in front of it, or several letters.
 struct print_step {
-    std::string_view literal;
     /// `letter_itself` for all that takes more than its letter: flags, widths, and letters that are no codes.
-    way printed;
-    code_printer printer;
-    /// What stands behind the "%", and what stands behind the code.
-    std::string_view code;
-    std::string_view rest;
+    way printed = way::letters;
+    /// 1 where there is a letter in front, else 0.
+    unsigned char letters_in_front = 0;
+    char letter_in_front = '\0';
+    code_printer printer = nullptr;
+    /// The letters, or what stands behind the "%".
+    std::string_view format = {};
+    /// What stands behind the code.
+    std::string_view rest = {};
     /// Behind a text, the room that all takes up to the next one.
     std::size_t room_behind = 0;
 };
@@ -33,8 +36,6 @@ struct ka_prepared_format {
     /// The format with what its compound codes stand for.
     std::string printed;
     std::vector<print_step> steps;
-    /// The letters behind the last code.
-    std::string_view tail;
     /// The room that all takes up to the first text, in years of four characters.
     std::size_t room = 0;
 
@@ -45,5 +46,6 @@ struct ka_prepared_format {
 
 private:
     void make_steps();
+    void add_letters(std::string_view letters);
     void measure_steps();
 };

@@ -12,8 +12,9 @@
 
 // How the code of each letter is printed: the commonest numbers without a call.
 
-/// The first five are the numbers of two digits, by their `ka_format_field`.
-enum class way : unsigned char { two_digits, year = 5, microsecond, number, text, letter_itself };
+/// The first five are the numbers of two digits, by their `ka_format_field`. The
+/// last one is of no code, but of all letters up to the next.
+enum class way : unsigned char { two_digits, year = 5, microsecond, number, text, letter_itself, letters };
 
 constexpr bool is_number(ka_format_form form) { return form < ka_format_form::name; }
 
