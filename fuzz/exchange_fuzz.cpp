@@ -154,7 +154,8 @@ void check_seconds(const string& text)
     const auto read = ka_read_unix_seconds(text), longer = ka_read_unix_seconds(string(16, '0') + text);
     agree(read.has_value() == longer.has_value(), "zeros in front of seconds");
     if (read)
-        agree(read->utc_time_and_date() == longer->utc_time_and_date(), "what seconds with zeros in front say");
+        agree(read->utc_time_and_date() == longer->utc_time_and_date(),
+              "what seconds with zeros in front say");
 }
 
 void check_readers(const string& text)
