@@ -3,6 +3,7 @@
 #include <time/chrono.h>
 #include <time/format.h>
 #include <time/hash.h>
+#include <time/months.h>
 #include <time/time_varnel.h>
 
 static_assert(std::integral<__int128>);

@@ -12,6 +12,7 @@
 #include <time/chrono.h>
 #include <time/date.h>
 #include <time/error.h>
+#include <time/export.h>
 #include <time/local.h>
 #include <time/timedate.h>
 #include <time/tperiod.h>
@@ -27,10 +28,14 @@
 ///     ka_business_day(ka_date(7, 4, 2024), 2);                          // 8 July 2024
 ///     ka_period_text(ka_time_period(0, 2, 5, 0, 0));                    // "2 h 05 min"
 ///
-/// Everything here is compiled into the program that uses it, and works at
+/// All but what refuses is compiled into the program that uses it, and works at
 /// compile time too, but for moments and strings.
 /// Range: that of `ka_date`. There is no year 0: a year after -1 is 1.
 /// Failure: `ka_time_varnel_error` with the code named; what was given stays.
+
+// Refused values: the library throws, so that a host can be built without exceptions.
+
+[[noreturn]] KA_TIME_VARNEL_API void ka_refuse_months(ka_error code, long long given, int line);
 
 /// A number of calendar months, or of what has so many months each. It meets
 /// dates alone: a month is no period, as its length depends on where it lies.

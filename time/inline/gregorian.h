@@ -46,6 +46,8 @@ constexpr int mask_below(int number, int limit) noexcept { return (number - limi
 
 constexpr int to_astronomical(int year) noexcept { return year - mask_below(year, 0); }
 constexpr int from_astronomical(int year) noexcept { return year + mask_below(year, 1); }
+/// The same for a year that no date has, as a message shows it.
+constexpr long long from_astronomical(long long year) noexcept { return year - (year < 1); }
 
 constexpr bool is_leap(int year) noexcept
 {

@@ -2,16 +2,11 @@
 
 #include <time/months.h>
 
+#include <time/inline/gregorian.h>
+
 // Years are counted through 0 here: 1 B.C. is 0.
 
 struct ka_month_arithmetic {
-    static constexpr int astronomical(int year) noexcept { return year + (year < 0); }
-    template <typename Number>
-    static constexpr Number without_zero(Number year) noexcept
-    {
-        return year - (year < 1);
-    }
-
     static constexpr int first_year = -4712;
     static constexpr int last_year = 32766;
     static constexpr int count_of_months = 12 * (last_year - first_year + 1);
@@ -28,21 +23,14 @@ struct ka_month_arithmetic {
         /// From January of the first year.
         constexpr long long month_number() const noexcept
         {
-            return 12ll * (astronomical(year) - first_year) + month - 1;
+            return 12ll * (ka_gregorian::to_astronomical(year) - first_year) + month - 1;
         }
     };
-
-    [[noreturn]] static void refuse(ka_error code, long long shown, int line)
-    {
-        const std::string text = std::string(ka_time_varnel_error::symbol(code)) + ": " +
-                                 std::to_string(shown) + " [time/inline/months:" + std::to_string(line) + "]";
-        throw ka_time_varnel_error(code, text.c_str());
-    }
 
     static constexpr short checked_year(long long year, int line)
     {
         if (year < -0x8000 || year > 0x7fff || !ka_date::is_year(static_cast<short>(year)))
-            refuse(ka_invalid_year, year, line);
+            ka_refuse_months(ka_invalid_year, year, line);
         return static_cast<short>(year);
     }
 
@@ -53,16 +41,17 @@ struct ka_month_arithmetic {
         const auto narrow_month = static_cast<unsigned short>(1 <= month && month <= 12 ? month : 0);
         const auto narrow_year = static_cast<short>(-4713 <= year && year <= last_year ? year : 0);
         if (narrow_month == 0)
-            refuse(ka_invalid_date, month, __LINE__);
+            ka_refuse_months(ka_invalid_date, month, __LINE__);
         if (narrow_year == 0)
-            refuse(ka_invalid_date, year, __LINE__);
+            ka_refuse_months(ka_invalid_date, year, __LINE__);
         return ka_date(narrow_month, 1, narrow_year);
     }
 
     /// A day of a month that is counted from the first one.
     static constexpr ka_date day_of(unsigned int month_number, unsigned short day, ka_month_end end)
     {
-        const auto year = static_cast<short>(without_zero(static_cast<int>(month_number / 12) + first_year));
+        const auto year = static_cast<short>(
+            ka_gregorian::from_astronomical(static_cast<int>(month_number / 12) + first_year));
         const auto month = static_cast<unsigned short>(month_number % 12 + 1);
         if (day > 28) {
             if (end == ka_month_end::clamp)
@@ -79,7 +68,7 @@ template <std::integral Number>
 constexpr ka_calendar_count<MonthsEach>::ka_calendar_count(Number count) : count_(static_cast<int>(count))
 {
     if (!std::in_range<int>(count))
-        ka_month_arithmetic::refuse(ka_invalid_year, static_cast<long long>(count), __LINE__);
+        ka_refuse_months(ka_invalid_year, static_cast<long long>(count), __LINE__);
 }
 
 template <int MonthsEach>
@@ -109,7 +98,7 @@ constexpr ka_date ka_add(const ka_date& date, ka_calendar_count<MonthsEach> coun
     const long long month = from.month_number() + count.months();
     if (month < 0 || month >= ka_month_arithmetic::count_of_months) [[unlikely]] {
         const long long year = (month < 0 ? (month - 11) / 12 : month / 12) + ka_month_arithmetic::first_year;
-        ka_month_arithmetic::refuse(ka_invalid_year, ka_month_arithmetic::without_zero(year), __LINE__);
+        ka_refuse_months(ka_invalid_year, ka_gregorian::from_astronomical(year), __LINE__);
     }
     return ka_month_arithmetic::day_of(static_cast<unsigned int>(month), from.day, end);
 }
@@ -196,8 +185,7 @@ constexpr ka_date operator+(const ka_date& from, const ka_span& span)
 
 constexpr int ka_years_between(const ka_date& from, const ka_date& to, ka_month_end end)
 {
-    const int years =
-        ka_month_arithmetic::astronomical(to.year()) - ka_month_arithmetic::astronomical(from.year());
+    const int years = ka_gregorian::to_astronomical(to.year()) - ka_gregorian::to_astronomical(from.year());
     const ka_date anniversary = ka_add(from, ka_years(years), end);
     if (from <= to)
         return years - (anniversary > to);
@@ -224,9 +212,9 @@ constexpr ka_iso_week::ka_iso_week(long long year, long long week, long long wee
       weekday_(static_cast<unsigned short>(weekday))
 {
     if (week < 1 || week > weeks_of_year(year))
-        ka_month_arithmetic::refuse(ka_invalid_week, week, __LINE__);
+        ka_refuse_months(ka_invalid_week, week, __LINE__);
     if (weekday < 1 || weekday > 7)
-        ka_month_arithmetic::refuse(ka_invalid_weekday, weekday, __LINE__);
+        ka_refuse_months(ka_invalid_weekday, weekday, __LINE__);
     (void)date();
 }
 
@@ -281,14 +269,14 @@ constexpr ka_date ka_last_of_year(const ka_date& date) { return ka_date(12, 31, 
 constexpr ka_date ka_first_of_week(const ka_date& date, unsigned short first)
 {
     if (!ka_date::is_weekday(first))
-        ka_month_arithmetic::refuse(ka_invalid_weekday, first, __LINE__);
+        ka_refuse_months(ka_invalid_weekday, first, __LINE__);
     return ka_date(date.julian_day() - (date.weekday() + 7 - first) % 7);
 }
 
 constexpr ka_date ka_last_of_week(const ka_date& date, unsigned short first)
 {
     if (!ka_date::is_weekday(first))
-        ka_month_arithmetic::refuse(ka_invalid_weekday, first, __LINE__);
+        ka_refuse_months(ka_invalid_weekday, first, __LINE__);
     return ka_date(date.julian_day() + (first + 6 - date.weekday()) % 7);
 }
 
@@ -307,7 +295,7 @@ constexpr ka_days ka_days_of_year(long long year)
 constexpr ka_days ka_days_of_quarter(long long quarter, long long year)
 {
     if (quarter < 1 || quarter > 4)
-        ka_month_arithmetic::refuse(ka_invalid_date, quarter, __LINE__);
+        ka_refuse_months(ka_invalid_date, quarter, __LINE__);
     const ka_date first = ka_month_arithmetic::first_of(3 * quarter - 2, year);
     return ka_days(first, ka_last_of_quarter(first));
 }

@@ -17,24 +17,6 @@ constexpr ka_time_period midnight_of(int julian_day) { return ka_time_period(jul
 
 constexpr ka_time_period epoch = midnight_of(epoch_day);
 
-[[gnu::always_inline]] inline std::tm fields_of(const clocks::reading& local)
-{
-    std::tm fields = {};
-    const auto second_of_day = static_cast<unsigned int>(ka_access::second_of_day(local.time));
-    const unsigned int minute_of_day = second_of_day / 60;
-    const int julian_day = local.date.julian_day();
-    fields.tm_sec = static_cast<int>(second_of_day % 60);
-    fields.tm_min = static_cast<int>(minute_of_day % 60);
-    fields.tm_hour = static_cast<int>(minute_of_day / 60);
-    fields.tm_mday = static_cast<int>(local.day.day);
-    fields.tm_mon = static_cast<int>(local.day.month) - 1;
-    fields.tm_year = local.day.year - 1900;
-    fields.tm_wday = static_cast<int>(ka_gregorian::modulo_7(static_cast<unsigned int>(julian_day) + 1));
-    fields.tm_yday = julian_day - ka_gregorian::day_number(1, 1, local.day.astronomical_year);
-    fields.tm_isdst = local.is_dst;
-    return fields;
-}
-
 /// Takes the machine's wall clock for the local one; returns the local date.
 ka_date set_to_present(ka_time_and_date& moment)
 {
@@ -140,9 +122,25 @@ void ka_time_and_date::utc_time_and_date(const ka_time& time, const ka_date& dat
 
 void ka_time_and_date::utc_time_and_date(const ka_time_period& period) noexcept { instant_ = period; }
 
-ka_time ka_time_and_date::time() const { return clocks::local_time(instant_, *zone_); }
+ka_time ka_time_and_date::time() const
+{
+    if (!clocks::goes_by_table(*zone_))
+        return clocks::time_by_rules(instant_, *zone_);
+    const clocks::clock_by_table local = clocks::indexed_clock(instant_, *zone_);
+    if (!local.is_told) [[unlikely]]
+        return clocks::time_by_table(instant_, *zone_);
+    return clocks::time_of(local, instant_);
+}
 
-ka_date ka_time_and_date::date() const { return clocks::local_date(instant_, *zone_); }
+ka_date ka_time_and_date::date() const
+{
+    if (!clocks::goes_by_table(*zone_))
+        return clocks::date_by_rules(instant_, *zone_);
+    const clocks::clock_by_table local = clocks::indexed_clock(instant_, *zone_);
+    if (!local.is_told) [[unlikely]]
+        return clocks::date_by_table(instant_, *zone_);
+    return clocks::date_at(local.seconds);
+}
 
 ka_time ka_time_and_date::std_time() const { return ka_time(instant_ - zone_->offset_); }
 
@@ -152,9 +150,25 @@ ka_time ka_time_and_date::utc_time() const noexcept { return ka_time(instant_); 
 
 ka_date ka_time_and_date::utc_date() const { return ka_access::date_of(instant_); }
 
-bool ka_time_and_date::is_dst() const { return clocks::is_dst(instant_, *zone_); }
+bool ka_time_and_date::is_dst() const
+{
+    if (!clocks::goes_by_table(*zone_))
+        return clocks::is_dst_by_rules(instant_, *zone_);
+    const clocks::clock_by_table local = clocks::indexed_clock(instant_, *zone_);
+    if (!local.is_told) [[unlikely]]
+        return clocks::is_dst_by_table(instant_, *zone_);
+    return local.told->is_dst;
+}
 
-ka_time_and_date::operator std::tm() const { return fields_of(clocks::local_reading(instant_, *zone_)); }
+ka_time_and_date::operator std::tm() const
+{
+    if (!clocks::goes_by_table(*zone_))
+        return clocks::fields_by_rules(instant_, *zone_);
+    const clocks::clock_by_table local = clocks::indexed_clock(instant_, *zone_);
+    if (!local.is_told) [[unlikely]]
+        return clocks::fields_by_table(instant_, *zone_);
+    return fields_of(clocks::reading_of(local, instant_));
+}
 
 ka_time_and_date ka_time_and_date::now_if_available()
 {

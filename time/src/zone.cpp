@@ -57,8 +57,7 @@ const ka_time_zone_rule* ka_time_zone::rule(int index) const noexcept
 
 const ka_time_zone_rule* ka_time_zone::rule(const ka_time& time, const ka_date& date) const
 {
-    rules::known_date known;
-    return rules::find_rule(*this, time, date, known);
+    return rules::find_rule(*this, time, date);
 }
 
 ka_time_period ka_time_zone::offset(const ka_time& time, const ka_date& date) const

@@ -1,77 +1,77 @@
 #pragma once
 
 #include "../rules/effect.h"
+#include "reading.h"
 #include "standard_clock.h"
 
 // How an instant is read in a zone, in two stages: the standard clock, which is
 // the instant less the zone's offset, and what the zone then makes of it. A zone
 // that goes by a table is read in a few steps, which are compiled into each
-// operation that reads a moment.
+// operation that reads a moment. All else is the last call of the operation, with
+// the arguments as they came: a jump, before which nothing has to be kept.
 
 namespace clocks {
 
-/// The local clock by a table: null where it does not serve.
+/// The local clock by the table of a zone.
 struct clock_by_table {
-    [[gnu::always_inline]] clock_by_table(const ka_time_period& instant, const ka_time_zone& zone) noexcept
-    {
-        if (ka_access::kind(zone) != rules::zone_kind::table)
-            return;
-        const standard_clock standard(instant, zone);
-        if (!standard.is_regular) [[unlikely]]
-            return;
-        told = &rules::kind_at<rules::clock::standard>(zone, standard.seconds);
-        seconds = standard.seconds + told->adjustment;
-    }
-
+    /// False where the general path has to find all that follows.
+    bool is_told = false;
     const rules::kind* told = nullptr;
     long long seconds = 0;
 };
 
-/// The local clock, read once for all who want more than one part of it.
-struct reading {
-    ka_time time;
-    ka_date date;
-    ka_gregorian::date_parts day;
-    bool is_dst;
-    /// What the zone's table tells, where it goes by one.
-    const rules::kind* told;
-};
+/// The local clock, where the table's index tells it.
+[[gnu::always_inline]] inline clock_by_table indexed_clock(const ka_time_period& instant,
+                                                           const ka_time_zone& zone) noexcept
+{
+    const standard_clock standard(instant, zone);
+    const rules::kind* told = nullptr;
+    if (!standard.is_regular || !rules::find_by_index<rules::clock::standard>(told, zone, standard.seconds))
+        [[unlikely]]
+        return {};
+    return {true, told, standard.seconds + told->adjustment};
+}
 
-// In any zone, for any instant: by rules in a fast path for nearly all, else by
-// the general path, which is the definition.
+[[gnu::always_inline]] inline ka_time time_of(const clock_by_table& local,
+                                              const ka_time_period& instant) noexcept
+{
+    return time_at(local.seconds, instant.microseconds());
+}
 
+[[gnu::always_inline]] inline reading reading_of(const clock_by_table& local,
+                                                 const ka_time_period& instant) noexcept
+{
+    const ka_date date = date_at(local.seconds);
+    return {time_of(local, instant), date, ka_gregorian::split(date.julian_day()), local.told->is_dst,
+            local.told};
+}
+
+inline bool goes_by_table(const ka_time_zone& zone) noexcept
+{
+    return ka_access::kind(zone) == rules::zone_kind::table;
+}
+
+// By the table of a zone, whether or not the index tells it.
+ka_time time_by_table(const ka_time_period& instant, const ka_time_zone& zone);
+ka_date date_by_table(const ka_time_period& instant, const ka_time_zone& zone);
+bool is_dst_by_table(const ka_time_period& instant, const ka_time_zone& zone);
+reading reading_by_table(const ka_time_period& instant, const ka_time_zone& zone);
+std::tm fields_by_table(const ka_time_period& instant, const ka_time_zone& zone);
+
+// By the rules of a zone.
 ka_time time_by_rules(const ka_time_period& instant, const ka_time_zone& zone);
 ka_date date_by_rules(const ka_time_period& instant, const ka_time_zone& zone);
 bool is_dst_by_rules(const ka_time_period& instant, const ka_time_zone& zone);
 reading reading_by_rules(const ka_time_period& instant, const ka_time_zone& zone);
+std::tm fields_by_rules(const ka_time_period& instant, const ka_time_zone& zone);
 
-[[gnu::always_inline]] inline ka_time local_time(const ka_time_period& instant, const ka_time_zone& zone)
-{
-    const clock_by_table local(instant, zone);
-    return local.told != nullptr ? time_at(local.seconds, instant.microseconds())
-                                 : time_by_rules(instant, zone);
-}
-
-[[gnu::always_inline]] inline ka_date local_date(const ka_time_period& instant, const ka_time_zone& zone)
-{
-    const clock_by_table local(instant, zone);
-    return local.told != nullptr ? date_at(local.seconds) : date_by_rules(instant, zone);
-}
-
-[[gnu::always_inline]] inline bool is_dst(const ka_time_period& instant, const ka_time_zone& zone)
-{
-    const clock_by_table local(instant, zone);
-    return local.told != nullptr ? local.told->is_dst : is_dst_by_rules(instant, zone);
-}
-
+/// All of a reading, in any zone.
 [[gnu::always_inline]] inline reading local_reading(const ka_time_period& instant, const ka_time_zone& zone)
 {
-    const clock_by_table local(instant, zone);
-    if (local.told == nullptr) [[unlikely]]
+    if (!goes_by_table(zone))
         return reading_by_rules(instant, zone);
-    const ka_date date = date_at(local.seconds);
-    return {time_at(local.seconds, instant.microseconds()), date, ka_gregorian::split(date.julian_day()),
-            local.told->is_dst, local.told};
+    const clock_by_table local = indexed_clock(instant, zone);
+    return local.is_told ? reading_of(local, instant) : reading_by_table(instant, zone);
 }
 
 }

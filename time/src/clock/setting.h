@@ -19,29 +19,31 @@ namespace clocks {
     return ka_time_period(midnight) + time;
 }
 
-/// Turns a universal instant into one whose time and date are those of the zone.
+// They set an instant from a local time and date; where a rule fails, those are
+// taken as universal. The result is whether it can read otherwise: with no rule
+// in effect the standard clock shows what was set, and to ask again would be to
+// ask the same. A table can tell the two clocks apart.
+
 bool set_by_rules(ka_time_period& instant, const ka_time& time, const ka_date& date,
                   const ka_time_zone& zone);
+bool set_by_table(ka_time_period& instant, const ka_time& time, const ka_date& date,
+                  const ka_time_zone& zone);
 
-/// Sets an instant from a local time and date; where a rule fails, they are taken
-/// as universal. Returns whether it can read otherwise: with no rule in effect
-/// the standard clock shows what was set, and to ask again would be to ask the
-/// same. A table can tell the two clocks apart.
+/// In any zone: where the index of its table tells, compiled into the caller.
 [[gnu::always_inline]] inline bool set_local(ka_time_period& instant, const ka_time& time,
                                              const ka_date& date, const ka_time_zone& zone)
 {
-    instant = universal_instant(time, date);
-    if (ka_access::kind(zone) == rules::zone_kind::table) [[likely]] {
-        const long long local = instant.whole_seconds();
-        if (is_well_in_range(local)) [[likely]] {
-            const int adjustment = rules::kind_at<rules::clock::local>(zone, local).adjustment;
-            instant =
-                ka_access::period(wrapping_sum(local, ka_access::offset(zone).whole_seconds()) - adjustment,
-                                  instant.microseconds());
-            return true;
-        }
-    }
-    return set_by_rules(instant, time, date, zone);
+    if (ka_access::kind(zone) != rules::zone_kind::table)
+        return set_by_rules(instant, time, date, zone);
+    const long long local = date.julian_day() * seconds_per_day + ka_access::second_of_day(time);
+    const rules::kind* told = nullptr;
+    if (!is_well_in_range(local) || !rules::find_by_index<rules::clock::local>(told, zone, local))
+        [[unlikely]]
+        return set_by_table(instant, time, date, zone);
+    instant =
+        ka_access::period(wrapping_sum(local, ka_access::offset(zone).whole_seconds()) - told->adjustment,
+                          static_cast<int>(time.microseconds()));
+    return true;
 }
 
 }

@@ -39,10 +39,11 @@ constexpr long long wrapping_difference(long long a, long long b) noexcept
 /// as they are for nearly every moment: an instant above zero, under an offset of
 /// whole seconds, that reads a date well in the range.
 struct standard_clock {
+    /// The sign of the one number and all of the other are 0 in a single test.
     [[gnu::always_inline]] standard_clock(const ka_time_period& instant, const ka_time_zone& zone) noexcept
         : seconds(wrapping_difference(instant.whole_seconds(), ka_access::offset(zone).whole_seconds())),
-          is_regular(is_well_in_range(seconds) && instant.microseconds() >= 0 &&
-                     ka_access::offset(zone).microseconds() == 0)
+          is_regular(is_well_in_range(seconds) &&
+                     ((instant.microseconds() >> 31) | ka_access::offset(zone).microseconds()) == 0)
     {}
 
     long long seconds;

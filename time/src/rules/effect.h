@@ -35,24 +35,27 @@ inline effect effect_of(const kind& told) noexcept
     return {told.adjustment != 0, ka_time_period(told.adjustment), told.is_dst, &told};
 }
 
-/// The parts of a date that were worked out on the way, for those who need them
-/// too; day number 0 stands for none.
-struct known_date {
-    int julian_day = 0;
-    ka_gregorian::date_parts parts;
-};
+inline bool has_rules(const ka_time_zone& zone) noexcept { return ka_access::rule_count(zone) != 0; }
 
 /// The rule in effect at a time on a date, or null: whatever the kind of the zone,
-/// its rules are the definition. `known` is the date where its parts are needed.
-[[gnu::always_inline]] inline const ka_time_zone_rule*
-find_rule(const ka_time_zone& zone, const ka_time& time, const ka_date& date, known_date& known)
+/// its rules are the definition. `parts` are those of the date.
+[[gnu::always_inline]] inline const ka_time_zone_rule* find_rule(const ka_time_zone& zone,
+                                                                 const ka_time& time, const ka_date& date,
+                                                                 const ka_gregorian::date_parts& parts)
 {
+    if (!has_rules(zone))
+        return nullptr;
     if (ka_access::kind(zone) != zone_kind::simple) [[unlikely]]
         return find_by_asking(zone, time, date);
-    if (ka_access::rule_count(zone) == 0)
+    return find_simple(zone, time, date, {parts.year, parts.month});
+}
+
+[[gnu::always_inline]] inline const ka_time_zone_rule* find_rule(const ka_time_zone& zone,
+                                                                 const ka_time& time, const ka_date& date)
+{
+    if (!has_rules(zone))
         return nullptr;
-    known = {date.julian_day(), ka_gregorian::split(date.julian_day())};
-    return find_simple(zone, time, date, known.parts.year, known.parts.month);
+    return find_rule(zone, time, date, ka_gregorian::split(date.julian_day()));
 }
 
 /// What holds when a clock of a zone that goes by its table shows a time.
@@ -61,6 +64,15 @@ template <clock Asked>
 {
     const table& changes = ka_access::changes(zone);
     return Asked == clock::standard ? kind_by_standard(changes, seconds) : kind_by_local(changes, seconds);
+}
+
+/// The same where the table's index tells it; else false.
+template <clock Asked>
+[[gnu::always_inline]] inline bool find_by_index(const kind*& told, const ka_time_zone& zone,
+                                                 long long seconds) noexcept
+{
+    const table& changes = ka_access::changes(zone);
+    return find_by_index(told, changes, Asked == clock::standard ? changes.read : changes.set, seconds);
 }
 
 /// What a zone is called: by its table, where that has names, else as in standard
@@ -74,8 +86,7 @@ template <clock Asked>
 {
     if (ka_access::kind(zone) == zone_kind::table && ka_date::is_julian_day(date.julian_day()))
         return effect_of(kind_at<Asked>(zone, date.julian_day() * 86400ll + ka_access::second_of_day(time)));
-    known_date known;
-    return effect_of(find_rule(zone, time, date, known));
+    return effect_of(find_rule(zone, time, date));
 }
 
 }

@@ -24,11 +24,6 @@ inline bool covers(const ka_time_zone_rule& rule, int year) noexcept
 /// definition, for points of any kind.
 bool is_within_points(const ka_time_zone_rule& rule, const ka_time& time, const ka_date& date, short year);
 
-/// Whether a time on a date of a regular year comes before a point that is a
-/// weekday of every month.
-bool is_before_weekday(const ka_calendar_date& point, const ka_time& time, const ka_date& date,
-                       int year) noexcept;
-
 /// All years but the very last, after whose December there is no day to count
 /// back from.
 inline bool is_regular_year(int year) noexcept { return -4713 <= year && year <= 32765; }
@@ -48,37 +43,38 @@ inline bool is_between_months(unsigned int start, unsigned int month, unsigned i
     return (start < month) ^ (month < end) ^ (start < end);
 }
 
-/// Whether a rule that covers the year of a date is in effect. Between weekdays
-/// of two months a date matters in the two months alone; a point that may lack
-/// its day has to be asked all the same.
-[[gnu::always_inline]] inline bool is_in_effect(const ka_time_zone_rule& rule, const ka_time& time,
-                                                const ka_date& date, int year, unsigned int month)
-{
-    const ka_calendar_date& start = rule.start_point();
-    const ka_calendar_date& end = rule.end_point();
-    const unsigned int start_month = start.month();
-    const unsigned int end_month = end.month();
-    if (start_month == end_month || !is_regular_year(year) || !is_in_every_month(start.week()) ||
-        !is_in_every_month(end.week())) [[unlikely]]
-        return is_within_points(rule, time, date, static_cast<short>(year));
-    if (month == start_month)
-        return !is_before_weekday(start, time, date, year);
-    if (month == end_month)
-        return is_before_weekday(end, time, date, year);
-    return is_between_months(start_month, month, end_month);
-}
+struct month_of_year {
+    int year;
+    unsigned int month;
+};
 
-/// The rule in effect in a zone of simple rules, or null; `year` and `month` are
-/// those of the date.
+/// The rule in effect, or null, among those from a slot on: by the dates of their
+/// points.
+const ka_time_zone_rule* find_by_date(const ka_time_zone_rule* const* slot,
+                                      const ka_time_zone_rule* const* end, ka_time time, ka_date date,
+                                      month_of_year asked);
+
+/// The rule in effect in a zone of simple rules, or null; `asked` is the month of
+/// the date. Between weekdays of two months a date matters in the two months
+/// alone; a point that may lack its day has to be asked all the same.
 [[gnu::always_inline]] inline const ka_time_zone_rule*
-find_simple(const ka_time_zone& zone, const ka_time& time, const ka_date& date, int year, unsigned int month)
+find_simple(const ka_time_zone& zone, const ka_time& time, const ka_date& date, month_of_year asked)
 {
-    const ka_time_zone_rule* const* const first = ka_access::rules(zone);
-    const ka_time_zone_rule* const* const end = first + ka_access::rule_count(zone);
-    for (const ka_time_zone_rule* const* slot = first; slot != end; ++slot) {
-        const ka_time_zone_rule& asked = **slot;
-        if (covers(asked, static_cast<short>(year)) && is_in_effect(asked, time, date, year, month))
-            return &asked;
+    const ka_time_zone_rule* const* slot = ka_access::rules(zone);
+    const ka_time_zone_rule* const* const end = slot + ka_access::rule_count(zone);
+    if (!is_regular_year(asked.year)) [[unlikely]]
+        return find_by_date(slot, end, time, date, asked);
+    for (; slot != end; ++slot) {
+        const ka_time_zone_rule& rule = **slot;
+        if (!covers(rule, asked.year))
+            continue;
+        const ka_calendar_date& start = rule.start_point();
+        const ka_calendar_date& stop = rule.end_point();
+        if (start.month() == asked.month || stop.month() == asked.month || start.month() == stop.month() ||
+            !is_in_every_month(start.week()) || !is_in_every_month(stop.week())) [[unlikely]]
+            return find_by_date(slot, end, time, date, asked);
+        if (is_between_months(start.month(), asked.month, stop.month()))
+            return &rule;
     }
     return nullptr;
 }

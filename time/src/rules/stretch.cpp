@@ -91,19 +91,19 @@ stretch stretch_by_rules(const ka_time_zone& zone, long long time)
 {
     const ka_date date = ka_access::date(static_cast<int>(time / day_length));
     const long long second = time % day_length / million;
-    known_date known;
+    const ka_gregorian::date_parts parts = ka_gregorian::split(date.julian_day());
     const ka_time_zone_rule* const rule = find_rule(
-        zone, ka_access::time(static_cast<int>(second), static_cast<int>(time % million)), date, known);
+        zone, ka_access::time(static_cast<int>(second), static_cast<int>(time % million)), date, parts);
     const effect told = effect_of(rule);
     const stretch alone{time, time + 1, told.adjustment, told.is_dst};
     if (ka_access::kind(zone) == zone_kind::user_defined)
         return alone;
     if (ka_access::rule_count(zone) == 0)
         return {range_start, range_end, told.adjustment, told.is_dst};
-    stretch_of_month month(time, known.parts);
+    stretch_of_month month(time, parts);
     for (int slot = 0; slot < ka_access::rule_count(zone); ++slot) {
         const ka_time_zone_rule& asked = *ka_access::rules(zone)[slot];
-        if (covers(asked, known.parts.year) && !month.is_cut_by(asked))
+        if (covers(asked, parts.year) && !month.is_cut_by(asked))
             return alone;
     }
     return {month.first(), month.end(), told.adjustment, told.is_dst};

@@ -109,15 +109,14 @@ change moved(change found, long long folds) noexcept
 
 }
 
-const kind& searched_kind(const table& zone, const timeline& line, long long time) noexcept
+const kind& kind_off_index(const table& zone, const timeline& line, long long time) noexcept
 {
+    const unsigned long long since =
+        static_cast<unsigned long long>(time) - static_cast<unsigned long long>(zone.origin);
+    if (since >= zone.length)
+        return kind_at(zone, line, moved(time, folds_inward(zone, time)));
     const long long* const found = std::upper_bound(line.at, line.at + zone.count, time);
     return zone.kinds[zone.kind_of[found - line.at]];
-}
-
-const kind& folded_kind(const table& zone, const timeline& line, long long time) noexcept
-{
-    return kind_at(zone, line, moved(time, folds_inward(zone, time)));
 }
 
 table_stretch stretch_by_standard(const table& zone, long long standard_time) noexcept

@@ -85,40 +85,47 @@ struct table {
     bool folds_back = false;
 };
 
-/// What holds in a slot of several changes.
-const kind& searched_kind(const table& zone, const timeline& line, long long time) noexcept;
-/// What holds outside the slots of a table that folds.
-const kind& folded_kind(const table& zone, const timeline& line, long long time) noexcept;
-
-[[gnu::always_inline]] constexpr const kind& kind_at(const table& zone, const timeline& line,
-                                                     long long time) noexcept
+/// Finds what the index of the slots tells of a time; false where it takes a
+/// search, or where the table folds.
+[[gnu::always_inline]] constexpr bool find_by_index(const kind*& told, const table& zone,
+                                                    const timeline& line, long long time) noexcept
 {
     const unsigned long long since =
         static_cast<unsigned long long>(time) - static_cast<unsigned long long>(zone.origin);
     if (since >= zone.length) {
         const bool is_before = time < zone.origin;
-        if (is_before ? zone.folds_back : zone.folds_forward) [[unlikely]]
-            return folded_kind(zone, line, time);
-        return is_before ? zone.first : zone.last;
+        told = is_before ? &zone.first : &zone.last;
+        return !(is_before ? zone.folds_back : zone.folds_forward);
     }
     const std::uint32_t word = line.slots[since >> slot_bits];
     const std::uint32_t row = word >> 24;
     if (row == searched_row) [[unlikely]]
-        return searched_kind(zone, line, time);
+        return false;
     const auto second = static_cast<std::uint32_t>(since & (slot_length - 1));
     const kind_pair& pair = zone.pairs[row];
-    return second >= (word & 0xffffff) ? pair.after : pair.before;
+    told = second >= (word & 0xffffff) ? &pair.after : &pair.before;
+    return true;
+}
+
+/// What holds at a time that the index does not tell.
+const kind& kind_off_index(const table& zone, const timeline& line, long long time) noexcept;
+
+[[gnu::always_inline]] inline const kind& kind_at(const table& zone, const timeline& line,
+                                                  long long time) noexcept
+{
+    const kind* told = nullptr;
+    return find_by_index(told, zone, line, time) ? *told : kind_off_index(zone, line, time);
 }
 
 /// What holds when the standard clock shows a time.
-[[gnu::always_inline]] constexpr const kind& kind_by_standard(const table& zone,
-                                                              long long standard_time) noexcept
+[[gnu::always_inline]] inline const kind& kind_by_standard(const table& zone,
+                                                           long long standard_time) noexcept
 {
     return kind_at(zone, zone.read, standard_time);
 }
 
 /// What a local time handed in means.
-[[gnu::always_inline]] constexpr const kind& kind_by_local(const table& zone, long long local_time) noexcept
+[[gnu::always_inline]] inline const kind& kind_by_local(const table& zone, long long local_time) noexcept
 {
     return kind_at(zone, zone.set, local_time);
 }

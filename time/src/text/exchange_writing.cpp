@@ -10,9 +10,9 @@ namespace {
 /// How far a zone's local clock is ahead.
 ka_time_period lead_of(const ka_time_period& instant, const ka_time_zone& zone)
 {
-    const clocks::clock_by_table local(instant, zone);
-    if (local.told != nullptr) [[likely]]
-        return ka_time_period(local.told->adjustment) - zone.offset();
+    if (clocks::goes_by_table(zone))
+        if (const auto local = clocks::indexed_clock(instant, zone); local.is_told) [[likely]]
+            return ka_time_period(local.told->adjustment) - zone.offset();
     return zone_clock::adjustment_at(zone, instant - zone.offset()) - zone.offset();
 }
 

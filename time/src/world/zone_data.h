@@ -4,12 +4,14 @@
 #include <string>
 #include <vector>
 
+#include <time/inline/gregorian.h>
+
 // What tz files and TZ strings tell, before it becomes a table.
 
 namespace world {
 
 /// Midnight on 1 January 1970, in seconds from day number 0.
-inline constexpr long long unix_epoch = 2440588ll * 86400;
+inline constexpr long long unix_epoch = ka_gregorian::unix_epoch * 86400ll;
 
 /// What is wrong with bytes or a text, and at which of them.
 struct fault {
