@@ -187,7 +187,11 @@ bool is_read_one_way(std::string_view format, const ka_language_texts& language,
             return false;
         if (next.code().field == field::zone && !has_date)
             continue;
-        if (!is_code_read_one_way(next.code(), language, following(pieces)))
+        const following behind(pieces);
+        const bool is_unpadded = next.piece.letter < ' ';
+        if (is_unpadded && (behind.is_number() || behind.is_digit()))
+            return false;
+        if (!is_code_read_one_way(next.code(), language, behind))
             return false;
     }
     return true;

@@ -1,14 +1,30 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
 /// Numbers that layouts of some languages write in a way of their own. Such a
-/// layout has, behind the "%", the place in `letters` from 1 on for the code.
+/// layout has, behind the "%", the place in `letters` from 1 on for the code, and
+/// behind all of these the places in `unpadded`.
 struct alternate_numbers {
     /// Codes whose number is written in `digits`, and last the year of the era.
     static constexpr std::string_view letters = "deHImMSyCY";
+    /// Codes whose number is written without a zero in front.
+    static constexpr std::string_view unpadded = "dHIjmMSy";
+
+    /// What stands behind the "%" for such a code.
+    static constexpr char unpadded_letter(std::size_t place)
+    {
+        return static_cast<char>(letters.size() + place + 1);
+    }
+    /// The code that such a letter stands for, or NUL.
+    static constexpr char unpadded_code(char letter)
+    {
+        const auto place = static_cast<std::size_t>(static_cast<unsigned char>(letter)) - letters.size() - 1;
+        return place < unpadded.size() ? unpadded[place] : '\0';
+    }
 
     std::array<std::string, 100> digits;
     /// From the year to that of the era.

@@ -81,6 +81,8 @@ public:
         found.piece = levels_[depth_].next();
         if (found.piece.is_code)
             found.row = row_of(found.piece.letter);
+        if (found.piece.is_code && found.row < 0 && language_->alternates != nullptr)
+            found.row = row_of(alternate_numbers::unpadded_code(found.piece.letter));
         if (found.is_code() && stands_for_pieces(found.code()) && can_enter(found.piece))
             levels_[++depth_] = ka_format_pieces(format_behind(found.code(), *language_));
         return found;

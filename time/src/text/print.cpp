@@ -163,16 +163,23 @@ char* put_number(char* at, sink& out, unsigned char letter, const printed_value&
     return out.put(at, {digits, static_cast<std::size_t>(end - digits)});
 }
 
+/// A number with as many digits as it has.
+char* put_plain(char* at, sink& out, int number)
+{
+    char digits[2 * number_room];
+    char* const end = write_plain(digits, number);
+    return out.put(at, {digits, static_cast<std::size_t>(end - digits)});
+}
+
 /// A number as the layouts of a language write it.
 char* print_alternate(char* at, sink& out, char letter, const printed_value& value)
 {
     const alternate_numbers& alternates = *value.language.alternates;
+    if (const char unpadded = alternate_numbers::unpadded_code(letter); unpadded != '\0')
+        return put_plain(at, out, field_number(row_of(unpadded), value));
     const char code = alternate_numbers::letters[static_cast<std::size_t>(letter) - 1];
-    if (code == 'Y') {
-        char digits[2 * number_room];
-        char* const end = write_plain(digits, value.year + alternates.era_offset);
-        return out.put(at, {digits, static_cast<std::size_t>(end - digits)});
-    }
+    if (code == 'Y')
+        return put_plain(at, out, value.year + alternates.era_offset);
     const auto number = static_cast<unsigned int>(std::abs(field_number(row_of(code), value)));
     return out.put(at, alternates.digits[number % std::size(alternates.digits)]);
 }
@@ -180,7 +187,8 @@ char* print_alternate(char* at, sink& out, char letter, const printed_value& val
 bool is_alternate(char letter, const printed_value& value)
 {
     return value.language.alternates != nullptr && '\0' < letter &&
-           static_cast<std::size_t>(letter) <= alternate_numbers::letters.size();
+           static_cast<std::size_t>(letter) <=
+               alternate_numbers::letters.size() + alternate_numbers::unpadded.size();
 }
 
 char* print_unpadded(char* at, sink& out, unsigned char letter, const printed_value& value)

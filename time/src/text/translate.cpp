@@ -61,7 +61,7 @@ std::string translated_alternate(const platform::named_locale& locale, char modi
                                                     : std::string{'%', static_cast<char>(place + 1)};
 }
 
-std::string translated_code(const platform::named_locale& locale, char letter, bool is_unpadded, int depth)
+std::string translated_code(const platform::named_locale& locale, char letter, char flag, int depth)
 {
     if (letter == 'c' || letter == 'x' || letter == 'X' || letter == 'r') {
         const char* const inner = locale.layout(letter);
@@ -69,7 +69,10 @@ std::string translated_code(const platform::named_locale& locale, char letter, b
             return translated(locale, inner, depth + 1);
         return letter == 'r' ? "%I:%M:%S %p" : "";
     }
-    if (is_unpadded && letter == 'd')
+    const std::size_t unpadded = alternate_numbers::unpadded.find(letter == 'e' ? 'd' : letter);
+    if (flag == '-' && unpadded != alternate_numbers::unpadded.npos)
+        return {'%', alternate_numbers::unpadded_letter(unpadded)};
+    if (flag == '_' && letter == 'd')
         return "%e";
     if (same_in_both.find(letter) != same_in_both.npos)
         return {'%', letter};
@@ -92,10 +95,9 @@ std::string translated(const platform::named_locale& locale, std::string_view la
         place = layout.find_first_not_of(flags_and_modifiers, first);
         if (place == layout.npos)
             break;
-        const bool is_unpadded = layout[first] == '-' || layout[first] == '_';
         std::string code = translated_alternate(locale, layout[place - 1], layout[place]);
         if (code.empty())
-            code = translated_code(locale, layout[place], is_unpadded, depth);
+            code = translated_code(locale, layout[place], layout[first], depth);
         if (code.empty() && format.ends_with(' '))
             format.pop_back();
         format += code;
@@ -107,7 +109,7 @@ std::string translated(const platform::named_locale& locale, std::string_view la
 
 std::string translated_layout(const platform::named_locale& locale, char layout)
 {
-    return translated_code(locale, layout, false, 0);
+    return translated_code(locale, layout, '\0', 0);
 }
 
 std::string locale_text(const platform::named_locale& locale, const char* code, const std::tm& fields)
