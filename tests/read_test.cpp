@@ -187,7 +187,7 @@ TEST(read, in_a_language_and_in_english)
         {french, "Thu 4 july 2024", "%A %d %B %Y", "2024-07-04"},
         {french, "jeu. 4 juil. 2024", "%a %d %b %Y", "2024-07-04"},
         {french, "4 juillette 2024", "%d %b %Y", "failure: t at 9, \" \", in 4 juillette 2024"},
-        {japanese, "2024年07月04日", "%x", "2024-07-04"},
+        {japanese, ka_pattern("%x", japanese).to_string(ka_date(7, 4, 2024)), "%x", "2024-07-04"},
         {japanese, "4 7月 2024", "%d %b %Y", "2024-07-04"},
         {japanese, "4 12月 2024", "%d %b %Y", "2024-12-04"},
         {ka_language::english(), "mai 4 2024", "%b %d %Y", "invalid_month: mai at 0, %b, in mai 4 2024"},
