@@ -150,7 +150,7 @@ constexpr ka_time_period& ka_time_period::operator*=(ka_integer auto factor) noe
     return *this = *this * factor;
 }
 
-constexpr ka_time_period ka_time_period::operator/(int divisor) const
+[[gnu::always_inline]] constexpr ka_time_period ka_time_period::operator/(int divisor) const
 {
     if (divisor == 0)
         refuse_zero_divisor();
@@ -243,13 +243,13 @@ constexpr bool ka_time_period::are_of_opposite_signs(long long seconds, int micr
 /// operands that have not wrapped, is less than one.
 constexpr ka_time_period ka_time_period::carried(long long seconds, int fraction) noexcept
 {
-    // All bits set below zero.
-    const auto sign = static_cast<int>(seconds >> 63);
-    const int along = (fraction ^ sign) - sign;
-    if (seconds == 0 || along <= -microseconds_per_second) [[unlikely]]
+    // Of seconds below zero, -999999 to 0 are right, of others 0 to 999999: the
+    // same numbers from here on.
+    constexpr int most = microseconds_per_second - 1;
+    const int from_least = fraction + (static_cast<int>(seconds >> 63) & most);
+    if (seconds == 0 || static_cast<unsigned int>(from_least + most) > 3u * most) [[unlikely]]
         return evened(seconds, fraction);
-    const int carry_along = ((along - microseconds_per_second) >> 31) + (along >> 31) + 1;
-    const int carry = (carry_along ^ sign) - sign;
+    const int carry = (from_least >> 31) - ((most - from_least) >> 31);
     long long sum = 0;
     if (__builtin_add_overflow(seconds, carry, &sum)) [[unlikely]]
         return evened(seconds, fraction);

@@ -17,16 +17,50 @@ constexpr ka_time_period midnight_of(int julian_day) { return ka_time_period(jul
 
 constexpr ka_time_period epoch = midnight_of(epoch_day);
 
-/// Takes the machine's wall clock for the local one; returns the local date.
+/// A wall clock as a date and a time. The seconds tell both, where its fields say
+/// the same time of day.
+struct local_present {
+    explicit local_present(const platform::wall_clock& clock)
+    {
+        const long long seconds =
+            clocks::wrapping_sum(clock.local_seconds, epoch_day * clocks::seconds_per_day);
+        const std::tm& told = clock.local;
+        if (clocks::is_well_in_range(seconds)) [[likely]] {
+            date = clocks::date_at(seconds);
+            time = clocks::time_at(seconds, clock.milliseconds * 1000);
+            if (ka_access::second_of_day(time) == told.tm_hour * 3600 + told.tm_min * 60 + told.tm_sec)
+                [[likely]]
+                return;
+        }
+        date = ka_access::date_of(told);
+        time = clock.since_midnight();
+    }
+
+    ka_date date;
+    ka_time time;
+};
+
+/// Whether a zone that goes by a table reads a date in the range, and not the
+/// first one, wherever it takes a date for its own.
+bool is_far_from_the_ends(const ka_date& date) noexcept
+{
+    constexpr int month = 31;
+    return ka_gregorian::first_day + month < date.julian_day() &&
+           date.julian_day() < ka_gregorian::last_day - month;
+}
+
+/// Takes the machine's wall clock for the local one. Returns the date that is
+/// read then, or some other one where that is neither the first nor out of the range.
 ka_date set_to_present(ka_time_and_date& moment)
 {
-    const platform::wall_clock clock = platform::read_wall_clock();
-    const ka_date date = ka_access::date_of(clock.local);
-    const ka_time time(clock.since_midnight());
+    const local_present now(platform::read_wall_clock());
+    const ka_time_zone& zone = moment.time_zone();
     ka_time_period instant;
-    const bool can_differ = clocks::set_local(instant, time, date, moment.time_zone());
+    const bool can_differ = clocks::set_local(instant, now.time, now.date, zone);
     moment.utc_time_and_date(instant);
-    return can_differ ? moment.date() : date;
+    if (ka_access::kind(zone) == rules::zone_kind::table && is_far_from_the_ends(now.date)) [[likely]]
+        return now.date;
+    return can_differ ? moment.date() : now.date;
 }
 
 }

@@ -63,10 +63,16 @@ timeval to_timeval(long long seconds, int microseconds) noexcept
 
 wall_clock read_wall_clock() noexcept
 {
-    struct timespec now = {};
+    struct timespec now;
     if (clock_gettime(CLOCK_REALTIME, &now) != 0)
         return {no_clock, 0};
-    return {local_time(now.tv_sec), static_cast<int>(now.tv_nsec / 1000000)};
+    wall_clock clock;
+    clock.milliseconds = static_cast<int>(now.tv_nsec / 1000000);
+    if (localtime_r(&now.tv_sec, &clock.local) != nullptr) [[likely]]
+        clock.local_seconds = now.tv_sec + clock.local.tm_gmtoff;
+    else
+        clock.local = no_clock;
+    return clock;
 }
 
 bool read_universal_clock(split_seconds& now) noexcept

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <climits>
 #include <cstddef>
 #include <ctime>
 
@@ -35,6 +36,9 @@ inline constexpr std::tm no_clock = [] {
 struct wall_clock {
     std::tm local;
     int milliseconds;
+    /// The same since 1970 on the local clock, where the machine tells how far
+    /// that is ahead; it counts no leap seconds, which `local` can.
+    long long local_seconds = LLONG_MIN;
 
     /// A period, since a machine that counts leap seconds can show second 60.
     ka_time_period since_midnight() const
