@@ -1,6 +1,8 @@
 #include <time/columns.h>
 
+#include <chrono>
 #include <span>
+#include <thread>
 
 #include "inputs.h"
 
@@ -81,6 +83,26 @@ std::string set_result(std::size_t i)
     return std::to_string(instant / 1000000);
 }
 
+}
+
+double fields_at_once(int threads)
+{
+    constexpr int rounds = 400;
+    const auto read = [] {
+        results<ka_clock_fields> own;
+        for (int round = 0; round < rounds; ++round) {
+            keep(ka_local_fields(ka_time_zone::pacific(), now(inputs().instants_in_order), own));
+            keep(own);
+        }
+    };
+    const auto begin = std::chrono::steady_clock::now();
+    std::vector<std::thread> all;
+    for (int thread = 0; thread < threads; ++thread)
+        all.emplace_back(read);
+    for (std::thread& one : all)
+        one.join();
+    const std::chrono::duration<double, std::nano> taken = std::chrono::steady_clock::now() - begin;
+    return taken.count() / (rounds * static_cast<double>(batch_size));
 }
 
 std::vector<operation> column_operations()

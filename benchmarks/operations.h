@@ -55,6 +55,9 @@ std::vector<operation> exchange_operations();
 std::vector<operation> arithmetic_operations();
 std::vector<operation> all_operations();
 
+/// Threads that each read a column of fields of its own, all at once: nanoseconds a row by the wall clock.
+double fields_at_once(int threads);
+
 /// The same work as it is done with something else.
 struct peer {
     const char* operation;

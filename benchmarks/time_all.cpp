@@ -82,13 +82,18 @@ void print_time(const char* operation, const char* name, batch run, double clock
 
 // Prints the time of each operation and, right behind it, of its peers: one
 // round, of the inputs that VARNEL_SEED chooses. With "check" it compares their
-// results instead, and tells what is missing.
+// results instead, and tells what is missing; with "threads" it times columns by one thread, and by each of
+// two.
 int main(int argc, char** argv)
 {
     setenv("TZ", pacific_name, 1);
     tzset();
     if (argc > 1 && std::strcmp(argv[1], "check") == 0) {
         std::printf("%zu|%s\n", check_that_results_agree(), VARNEL_MISSING_PEERS);
+        return 0;
+    }
+    if (argc > 1 && std::strcmp(argv[1], "threads") == 0) {
+        std::printf("%.3f|%.3f\n", fields_at_once(1), fields_at_once(2));
         return 0;
     }
     // What the clock takes itself; the least of some, since others may use the processor meanwhile.
