@@ -54,7 +54,7 @@ const way_of_reading ways[] = {
     {"1 digit; checked against the date", {"4"}, {"5", "04"}},
     {"1 or 2 digits: 69 to 99 are 1969 to 1999, 00 to 68 are 2000 to 2068", {"24"}, {"124", "25"}},
     {"1 to 5 digits and a sign", {"2024", "02024", "+2024"}, {"-2024", "202", "002024"}},
-    {"one of the two names of the zone", {"EDT4"}, {"EST5", "PDT7", "EDT"}},
+    {"a name of the zone, the one it has then", {"EDT4"}, {"EST5", "PDT7", "EDT"}},
 };
 
 const ka_time_and_date moment(ka_time(18, 28, 38, 123), ka_date(7, 4, 2024), ka_time_zone::eastern());

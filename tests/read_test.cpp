@@ -3,8 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <time/local.h>
 #include <time/read.h>
 #include <time/time_varnel.h>
+#include <time/world.h>
 
 #include "expect_error.h"
 
@@ -166,6 +168,51 @@ TEST(read, local_times_that_the_clocks_skip_or_repeat)
         EXPECT_EQ(read_as(once + "EST5", format, any), "failure: EST5 at 15, %Z, in 7 4 2024 12:00 EST5");
     }
     EXPECT_EQ(read_as(skipped + "EDT4", format, choice::compatible), "07:30 EDT4");
+}
+
+/// Zones of the world have had other names than their last two, and clocks that were moved without daylight
+/// time.
+TEST(read, names_that_a_zone_has_had)
+{
+    const struct {
+        const char* zone;
+        const char* text;
+        const char* shown;
+    } rows[] = {
+        {"America/New_York", "1943-07-04 12:00 EWT4", "16:00 EWT4"},
+        {"America/New_York", "1943-07-04 12:00 EDT4", "failure: EDT4 at 17, %Z, in 1943-07-04 12:00 EDT4"},
+        {"Europe/Dublin", "1916-07-04 12:00 ist0", "11:25 IST0"},
+        {"Europe/Dublin", "2024-10-27 01:30 IST-1", "00:30 IST-1"},
+        {"Europe/Dublin", "2024-10-27 01:30 GMT0", "01:30 GMT0"},
+        {"Europe/Dublin", "2024-01-01 12:00 IST-1", "failure: IST-1 at 17, %Z, in 2024-01-01 12:00 IST-1"},
+        {"Africa/Sao_Tome", "2019-01-01 01:30 WAT-1", "00:30 WAT-1"},
+        {"Africa/Sao_Tome", "2019-01-01 01:30 GMT0", "01:30 GMT0"},
+    };
+    for (const auto& row : rows) {
+        const auto read = ka_read_time_and_date(row.text, "%Y-%m-%d %H:%M %Z", ka_zone(row.zone));
+        EXPECT_EQ(read ? read->utc_time().to_string("%H:%M ") + read->to_string("%Z")
+                       : read.failure().message(),
+                  row.shown);
+    }
+}
+
+TEST(read, moments_around_all_changes_by_their_names)
+{
+    const ka_pattern pattern("%Y-%m-%d %H:%M:%S %Z");
+    for (const char* const name : {"America/New_York", "America/Argentina/Buenos_Aires", "Europe/Dublin",
+                                   "Africa/Casablanca", "Africa/Sao_Tome", "Antarctica/Troll"}) {
+        const ka_time_zone& zone = ka_zone(name);
+        auto change = ka_next_change(zone, ka_time_and_date(-2500000000)); // 1890
+        for (int count = 0; change && count < 200; ++count) {
+            for (const int seconds : {-1800, -1, 0, 1800}) {
+                const ka_time_and_date moment = change->moment + ka_time_period(seconds);
+                const auto read = ka_read_time_and_date(pattern.to_string(moment), pattern, zone);
+                ASSERT_TRUE(read.has_value()) << read.failure().message();
+                EXPECT_EQ(*read, moment) << pattern.to_string(moment);
+            }
+            change = ka_next_change(zone, change->moment);
+        }
+    }
 }
 
 TEST(read, tells_how_far_it_went)

@@ -74,7 +74,7 @@ public:
     std::to_chars_result to_chars(char* first, char* last, const ka_time_and_date& value) const;
 
     /// Whether each value of a type that the pattern prints is read back as the
-    /// same value: of a moment, in its zone, where the zone's two names differ.
+    /// same value: of a moment, in its zone, where the names before and after a change differ.
     template <typename Value>
     bool is_exact() const noexcept;
 

@@ -88,8 +88,8 @@ KA_TIME_VARNEL_API ka_read_result<ka_time> ka_read_time(std::string_view text, c
 
 /// A moment, by the clocks of a zone, which must outlive it. `choice` settles the
 /// times that the clocks skip or repeat, as in `ka_local_time`; `refuse` makes
-/// them a failure. `%Z` reads one of the zone's two names, and settles a time
-/// that comes twice whatever the choice.
+/// them a failure. `%Z` reads a name of the zone, which must be that of the
+/// moment, and settles a time that comes twice whatever the choice.
 KA_TIME_VARNEL_API ka_read_result<ka_time_and_date>
 ka_read_time_and_date(std::string_view text, const ka_read_format<ka_time_and_date>& format,
                       const ka_time_zone& zone, ka_local_choice choice = ka_local_choice::compatible,

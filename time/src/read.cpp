@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "clock/local_clock.h"
 #include "text/exact.h"
 #include "text/language_access.h"
 #include "text/pattern_access.h"
@@ -40,14 +41,12 @@ bool make(text_reader& read, ka_date& value, const reading_place&) { return reso
 
 bool make(text_reader& read, ka_time& value, const reading_place&) { return resolve(read, value); }
 
-/// What "%Z" tells: whether daylight time is meant, where the names say so.
-bool tells_clock(const text_reader& read, bool& is_dst)
+/// Whether the zone has the name at a moment that the text has told.
+bool is_named_so(const text_reader& read, const ka_time_and_date& moment)
 {
-    if (!read.tells(ka_format_field::zone))
-        return false;
-    const int names = read.told(ka_format_field::zone).number;
-    is_dst = names == 2;
-    return names == 1 || names == 2;
+    const ka_time_zone& zone = moment.time_zone();
+    const clocks::reading reading = clocks::local_reading(ka_access::instant(moment), zone);
+    return read.tells_zone_name(rules::name_under(zone, reading.is_dst, reading.told));
 }
 
 /// Refuses a local time at what told its hour.
@@ -70,11 +69,14 @@ bool make(text_reader& read, ka_time_and_date& value, const reading_place& place
     }
     const ka_local_moments found = ka_local_times(*place.zone, time, date);
     const bool is_skipped = found.kind == ka_local_kind::skipped;
-    bool is_dst = false;
-    const bool is_clock_told = tells_clock(read, is_dst);
-    if (is_clock_told && !is_skipped) {
-        value = found.earlier.is_dst() == is_dst ? found.earlier : found.later;
-        return value.is_dst() == is_dst || read.refuse(read.first_row(ka_format_field::zone));
+    if (read.tells(ka_format_field::zone) && !is_skipped) {
+        const bool is_earlier = is_named_so(read, found.earlier), is_later = is_named_so(read, found.later);
+        if (is_earlier != is_later) {
+            value = is_earlier ? found.earlier : found.later;
+            return true;
+        }
+        if (!is_earlier)
+            return read.refuse(read.first_row(ka_format_field::zone));
     }
     if (place.choice == ka_local_choice::refuse && found.kind != ka_local_kind::once)
         return refuse_time(read);

@@ -65,6 +65,9 @@ public:
     /// What the first code of a field has told; there must be one.
     const told_value& told(ka_format_field field) const noexcept { return values_[first_row(field)]; }
 
+    /// Whether the name that was told of the zone is a given one.
+    bool tells_zone_name(std::string_view name) const noexcept;
+
     /// A bit for each row of the table of codes that has told something.
     std::uint64_t told_rows() const noexcept { return told_; }
     const told_value& told_by(int row) const noexcept { return values_[row]; }
@@ -106,6 +109,7 @@ private:
     bool read_year_with_era(const read_piece& next) noexcept;
     bool read_name(int row) noexcept;
     bool read_zone(int row);
+    void consider_names_of_table(name_match& best) const;
 
     name_match match_month() const noexcept;
     name_match match_weekday() const noexcept;

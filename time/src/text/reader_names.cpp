@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <string>
 
+#include "../access.h"
+#include "../rules/effect.h"
 #include "fields.h"
 #include "reader.h"
 
@@ -17,6 +19,11 @@ bool begins_with(std::string_view text, std::string_view name)
 {
     return text.size() >= name.size() && std::equal(name.begin(), name.end(), text.begin(),
                                                     [](char x, char y) { return lower(x) == lower(y); });
+}
+
+std::string_view without_blanks(std::string_view text)
+{
+    return text.substr(std::min(text.find_first_not_of(' '), text.size()));
 }
 
 }
@@ -147,6 +154,30 @@ bool text_reader::read_zone(int row)
     name_match found;
     consider(zone_->name(), 0, true, found);
     consider(zone_->dst_name(), 1, true, found);
+    consider_names_of_table(found);
     at_ += found.length;
     return found.bits != 0 ? tell_name(row, found.bits, start) : refuse_word(row, start);
+}
+
+/// A zone that goes by a table can have had other names, one for each kind.
+void text_reader::consider_names_of_table(name_match& best) const
+{
+    if (ka_access::kind(*zone_) != rules::zone_kind::table ||
+        ka_access::changes(*zone_).abbreviations == nullptr)
+        return;
+    const rules::table& table = ka_access::changes(*zone_);
+    constexpr unsigned int first_bit = 2, bits = 28;
+    for (std::size_t kind = 0; kind < table.kind_count; ++kind)
+        if (begins_with(without_blanks(text_.substr(at_)),
+                        without_blanks(table.abbreviations + table.kinds[kind].abbreviation)))
+            consider(rules::name_under(*zone_, table.kinds[kind].is_dst, &table.kinds[kind]),
+                     first_bit + static_cast<unsigned int>(kind) % bits, true, best);
+}
+
+bool text_reader::tells_zone_name(std::string_view name) const noexcept
+{
+    const told_value& zone = told(field::zone);
+    const std::string_view text = without_blanks(text_.substr(zone.position, zone.length));
+    name = without_blanks(name);
+    return text.size() == name.size() && begins_with(text, name);
 }
