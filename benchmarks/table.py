@@ -24,7 +24,7 @@ NOW_OF_RUNTIME = "clock_gettime + localtime_r"
 START = "start of the library, TZ=UTC"
 START_PACIFIC = "start of the library, TZ=America/Los_Angeles"
 SIZE = "text of the library, bytes"
-ONE_TIME_GOALS = {START: 400_000, START_PACIFIC: 400_000, SIZE: 150 * 1024}
+ONE_TIME_GOALS = {START: 300_000, START_PACIFIC: 300_000, SIZE: 280 * 1024}
 # These read the clock of the machine, and the season changes their counts.
 NOT_ON_RECORD = {NOW, NOW_OF_RUNTIME, START_PACIFIC}
 

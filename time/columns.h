@@ -43,7 +43,7 @@ struct ka_column_result {
     constexpr explicit operator bool() const noexcept { return !code; }
 };
 
-/// What the clocks of a zone show at an instant. 32 bytes, without a pointer.
+/// What the clocks of a zone show at an instant: a plain value, 32 bytes on 64-bit machines.
 struct ka_clock_fields {
     short year;               ///< -4713 to 32766; there is no year 0
     unsigned short month;     ///< 1 to 12
