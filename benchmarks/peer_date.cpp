@@ -44,7 +44,7 @@ std::string shown(const reading& at)
 auto reading_of(const column<long long>& in)
 {
     return [&in, &zone = pacific()](std::size_t i) {
-        const date::sys_seconds moment(seconds(in[i]));
+        const date::sys_seconds moment{seconds(in[i])};
         return local(moment, zone.get_info(moment));
     };
 }

@@ -34,26 +34,23 @@ constexpr long long wrapping_sum(long long a, long long b) noexcept
 
 constexpr std::optional<long long> sum_of(long long a, long long b) noexcept
 {
-    if (b < 0 ? a < LLONG_MIN - b : a > LLONG_MAX - b)
-        return std::nullopt;
-    return a + b;
+    long long sum = 0;
+    return __builtin_add_overflow(a, b, &sum) ? std::nullopt : std::optional(sum);
 }
 
 constexpr std::optional<long long> difference_of(long long a, long long b) noexcept
 {
-    if (b < 0 ? a > LLONG_MAX + b : a < LLONG_MIN + b)
-        return std::nullopt;
-    return a - b;
+    long long difference = 0;
+    return __builtin_sub_overflow(a, b, &difference) ? std::nullopt : std::optional(difference);
 }
 
 /// A period in microseconds, where 64 bits hold them.
 inline std::optional<long long> microseconds_of(const ka_time_period& period) noexcept
 {
-    constexpr long long most = LLONG_MAX / million;
-    const long long seconds = period.whole_seconds();
-    if (seconds < -most || most < seconds)
+    long long count = 0;
+    if (__builtin_mul_overflow(period.whole_seconds(), million, &count))
         return std::nullopt;
-    return sum_of(seconds * million, period.microseconds());
+    return sum_of(count, period.microseconds());
 }
 
 /// Why a row is refused; that of a caller's rule may be any number.

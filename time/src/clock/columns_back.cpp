@@ -65,11 +65,11 @@ public:
     same_shift around(const local_time& local) const
     {
         same_shift found;
-        found.refused = refusal_of([&]() -> refusal {
-            if (finds_window(found, local.microseconds))
-                return {};
-            return find(found, local);
-        });
+        // What throws here is for the definition to find.
+        const refusal none = refusal_of(
+            [&] { return finds_window(found, local.microseconds) ? refusal() : refusal(ka_failure); });
+        if (none)
+            found.refused = refusal_of([&] { return find(found, local); });
         return found;
     }
 

@@ -34,14 +34,14 @@ bool is_regular(const ka_calendar_date& point, int year) noexcept
 /// month's rules cut.
 class stretch_of_month {
 public:
-    stretch_of_month(long long time, const ka_gregorian::date_parts& date) noexcept
-        : time_(time), date_(date), first_(midnight_of(1)),
+    stretch_of_month(long long time, int julian_day, const ka_gregorian::date_parts& date) noexcept
+        : time_(time), date_(date), first_((julian_day - static_cast<int>(date.day) + 1) * day_length),
           end_(first_ +
                day_length * ka_gregorian::month_length(static_cast<int>(date.month),
                                                        ka_gregorian::is_leap(date.astronomical_year)))
     {}
 
-    /// False where a point has no day in this year.
+    /// False where a point of this month may have no day in this year.
     bool is_cut_by(const ka_time_zone_rule& rule) noexcept
     {
         return is_cut_by(rule.start_point()) && is_cut_by(rule.end_point());
@@ -51,18 +51,12 @@ public:
     long long end() const noexcept { return end_; }
 
 private:
-    long long midnight_of(int day) const noexcept
-    {
-        return ka_gregorian::day_number(static_cast<int>(date_.month), day, date_.astronomical_year) *
-               day_length;
-    }
-
     bool is_cut_by(const ka_calendar_date& point) noexcept
     {
-        if (!is_regular(point, date_.year))
-            return false;
         if (point.month() != date_.month)
             return true;
+        if (!is_regular(point, date_.year))
+            return false;
         const ka_date date = point.date(date_.year);
         const ka_time time = point.time();
         const long long cut = date.julian_day() * day_length + ka_access::second_of_day(time) * million +
@@ -89,18 +83,23 @@ stretch stretch_by_table(const table& changes, long long time) noexcept
 
 stretch stretch_by_rules(const ka_time_zone& zone, long long time)
 {
-    const ka_date date = ka_access::date(static_cast<int>(time / day_length));
-    const long long second = time % day_length / million;
+    // No time of the range is below zero.
+    const auto since = static_cast<unsigned long long>(time);
+    const ka_date date = ka_access::date(static_cast<int>(since / day_length));
+    const auto since_midnight = static_cast<long long>(since % day_length);
     const ka_gregorian::date_parts parts = ka_gregorian::split(date.julian_day());
-    const ka_time_zone_rule* const rule = find_rule(
-        zone, ka_access::time(static_cast<int>(second), static_cast<int>(time % million)), date, parts);
+    const ka_time_zone_rule* const rule =
+        find_rule(zone,
+                  ka_access::time(static_cast<int>(since_midnight / million),
+                                  static_cast<int>(since_midnight % million)),
+                  date, parts);
     const effect told = effect_of(rule);
     const stretch alone{time, time + 1, told.adjustment, told.is_dst};
     if (ka_access::kind(zone) == zone_kind::user_defined)
         return alone;
     if (ka_access::rule_count(zone) == 0)
         return {range_start, range_end, told.adjustment, told.is_dst};
-    stretch_of_month month(time, parts);
+    stretch_of_month month(time, date.julian_day(), parts);
     for (int slot = 0; slot < ka_access::rule_count(zone); ++slot) {
         const ka_time_zone_rule& asked = *ka_access::rules(zone)[slot];
         if (covers(asked, parts.year) && !month.is_cut_by(asked))
