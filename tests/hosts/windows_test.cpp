@@ -16,6 +16,7 @@
 
 #include <time/language.h>
 #include <time/time_varnel.h>
+#include <time/world.h>
 
 namespace {
 
@@ -26,6 +27,14 @@ std::string users_language()
     wchar_t name[LOCALE_NAME_MAX_LENGTH] = {};
     GetUserDefaultLocaleName(name, LOCALE_NAME_MAX_LENGTH);
     return std::filesystem::path(name).string();
+}
+
+/// Of standard time, by the system's setting.
+long system_seconds_west()
+{
+    TIME_ZONE_INFORMATION zone = {};
+    GetTimeZoneInformation(&zone);
+    return (zone.Bias + zone.StandardBias) * 60;
 }
 
 void restart()
@@ -199,6 +208,23 @@ TEST(start, reads_the_clock_of_the_machine)
         library = ka_time_and_date::now().to_string("%Y-%m-%d %H:%M:%S");
     }
     EXPECT_EQ(library, machine);
+}
+
+/// The system tells the rules of its own zone, to a program that has no `TZ`.
+TEST(start, machine_zone_is_the_one_of_the_system)
+{
+    const std::string before = std::getenv("TZ") != nullptr ? std::getenv("TZ") : "";
+    _putenv("TZ=");
+    const ka_time_and_date now = ka_present(ka_machine_zone());
+    SYSTEMTIME local = {};
+    GetLocalTime(&local);
+    const ka_time_and_date shown(ka_time(local.wHour, local.wMinute, local.wSecond),
+                                 ka_date(local.wMonth, local.wDay, static_cast<short>(local.wYear)),
+                                 ka_machine_zone());
+    EXPECT_LT((shown - now).to_seconds(), 2);
+    EXPECT_GT((shown - now).to_seconds(), -2);
+    EXPECT_EQ(now.time_zone().offset(), ka_time_period(system_seconds_west()));
+    _putenv(("TZ=" + before).c_str());
 }
 
 TEST(start, serves_objects_made_before_main) { EXPECT_EQ(made_before_main, "2024-07-04A.D."); }

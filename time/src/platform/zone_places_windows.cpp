@@ -4,6 +4,8 @@
 
 #include <windows.h>
 
+#include <time/date.h>
+
 namespace platform {
 
 namespace {
@@ -28,12 +30,23 @@ std::string offset_text(long minutes)
     return text;
 }
 
-/// A change, which the system tells as a weekday of a month.
+/// Of its weekday in the month, 5 for the last. The system tells it so, or, with
+/// a year, as the day of the month.
+int week_of(const SYSTEMTIME& change)
+{
+    if (change.wYear == 0)
+        return change.wDay;
+    const ka_date day(change.wMonth, change.wDay, change.wYear);
+    const bool is_last = (day + ka_time_period(7, 0, 0, 0)).month() != change.wMonth;
+    return is_last ? 5 : (change.wDay - 1) / 7 + 1;
+}
+
+/// A change, as a weekday of a month.
 std::string point_text(const SYSTEMTIME& change)
 {
     char text[60];
-    std::snprintf(text, sizeof text, ",M%d.%d.%d/%d:%02d:%02d", change.wMonth, change.wDay, change.wDayOfWeek,
-                  change.wHour, change.wMinute, change.wSecond);
+    std::snprintf(text, sizeof text, ",M%d.%d.%d/%d:%02d:%02d", change.wMonth, week_of(change),
+                  change.wDayOfWeek, change.wHour, change.wMinute, change.wSecond);
     return text;
 }
 
