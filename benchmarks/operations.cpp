@@ -9,6 +9,13 @@ std::string calendar_text(long long year, unsigned int month, unsigned int day)
     return out;
 }
 
+std::string seconds_text(long long microseconds)
+{
+    char out[40];
+    std::snprintf(out, sizeof out, "%lld.%06lld", microseconds / 1000000, microseconds % 1000000);
+    return out;
+}
+
 std::string reading_text(long long year, int month, int day, int hour, int minute, int second, bool is_dst)
 {
     char out[80];

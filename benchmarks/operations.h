@@ -142,7 +142,9 @@ peer beside_alone(const char* operation, const char* name)
     return {operation, name, run_all<Make>};
 }
 
-// What results show as: dates as their parts and as days since 1970, periods as microseconds.
+// What results show as: dates as their parts and as days since 1970, periods as
+// microseconds, instants as seconds since 1970.
 
 std::string calendar_text(long long year, unsigned int month, unsigned int day);
+std::string seconds_text(long long microseconds);
 std::string reading_text(long long year, int month, int day, int hour, int minute, int second, bool is_dst);

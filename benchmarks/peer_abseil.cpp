@@ -158,6 +158,8 @@ auto parsing(const char* format, const column<std::string>& in)
 auto read_stamp() { return parsing("%Y-%m-%dT%H:%M:%S", stamps()); }
 auto read_full_stamp() { return parsing(absl::RFC3339_full, full_stamps()); }
 
+std::string fine_shown(const absl::Time& instant) { return seconds_text(absl::ToUnixMicros(instant)); }
+
 const peers rows = {
     beside<read_early, shown>("operator tm in a world zone, 1970 to 2037", "Abseil"),
     beside<read_late, shown>("operator tm in a world zone, 2040 to 2100", "Abseil"),
@@ -182,7 +184,8 @@ const peers rows = {
     beside<divide_any<20>, duration_shown>("period / int, to 43 bits of seconds", "Abseil"),
     beside<divide_any<0>, whole_seconds_shown>("period / int, to 63 bits of seconds", "Abseil"),
     beside<read_stamp, second_shown>("19 characters to a moment", "Abseil"),
-    beside_alone<read_full_stamp>("RFC 3339 with offset and fraction to a moment", "Abseil"),
+    beside<read_stamp, second_shown>("19 characters read by a pattern", "Abseil"),
+    beside<read_full_stamp, fine_shown>("RFC 3339 with offset and fraction to a moment", "Abseil"),
 };
 
 }

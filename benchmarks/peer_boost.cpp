@@ -1,7 +1,11 @@
 #include <boost/date_time/gregorian/gregorian_types.hpp>
+#include <boost/date_time/posix_time/posix_time_io.hpp>
 #include <boost/date_time/posix_time/posix_time_types.hpp>
 #include <boost/date_time/posix_time/time_parsers.hpp>
 #include <boost/multiprecision/cpp_int.hpp>
+
+#include <locale>
+#include <sstream>
 
 #include "inputs.h"
 
@@ -129,6 +133,23 @@ auto read_stamp()
     return [&in](std::size_t i) { return boost::posix_time::from_iso_extended_string(in[i]); };
 }
 
+/// By a pattern, which stays with its stream.
+auto read_stamp_by_pattern()
+{
+    const auto& in = stamps();
+    return [&in](std::size_t i) {
+        static std::istringstream stream;
+        static const std::locale pattern(stream.getloc(),
+                                         new boost::posix_time::time_input_facet("%Y-%m-%dT%H:%M:%S"));
+        stream.imbue(pattern);
+        stream.clear();
+        stream.str(in[i]);
+        boost::posix_time::ptime at;
+        stream >> at;
+        return at;
+    };
+}
+
 std::string stamp_shown(const boost::posix_time::ptime& at)
 {
     return std::to_string((at - boost::posix_time::ptime(gregorian::date(1970, 1, 1))).total_seconds());
@@ -147,6 +168,7 @@ const peers rows = {
     beside<wide_multiply, wide_shown>("ka_wint * ka_wint", "Boost"),
     beside<wide_divide, wide_shown>("ka_wint / ka_wint", "Boost"),
     beside<read_stamp, stamp_shown>("19 characters to a moment", "Boost"),
+    beside<read_stamp_by_pattern, stamp_shown>("19 characters read by a pattern", "Boost"),
 };
 
 }

@@ -206,9 +206,7 @@ struct fine_second {
 
 std::string fine_shown(const fine_second& at)
 {
-    char text[40];
-    std::snprintf(text, sizeof text, "%lld.%06ld", static_cast<long long>(at.second), at.microsecond);
-    return text;
+    return seconds_text(static_cast<long long>(at.second) * 1000000 + at.microsecond);
 }
 
 auto read_full_stamp()
@@ -260,6 +258,7 @@ const peers rows = {
     beside<with_microseconds>("the first by a pattern, into a buffer", "localtime_r + strftime + snprintf"),
     beside<with_names>("the second by a pattern, into a buffer", "localtime_r + strftime"),
     beside<read_stamp, second_shown>("19 characters read by a pattern", "strptime + timegm"),
+    beside<read_stamp_from_stream, second_shown>("19 characters read by a pattern", "std::get_time + timegm"),
     beside<date_text>("ka_date::to_string, %m/%d/%Y", "strftime"),
     beside<clock_text>("ka_time::to_string", "strftime"),
     beside<read_stamp, second_shown>("19 characters to a moment", "strptime + timegm"),

@@ -162,6 +162,8 @@ auto read_full_stamp()
     };
 }
 
+std::string fine_shown(const fine_moment& at) { return seconds_text(at.time_since_epoch().count()); }
+
 const peers rows = {
     beside<read_early, shown>("operator tm in a world zone, 1970 to 2037", "cctz"),
     beside<read_late, shown>("operator tm in a world zone, 2040 to 2100", "cctz"),
@@ -186,7 +188,8 @@ const peers rows = {
     beside<with_microseconds>("moment to date, time, microseconds", "cctz"),
     beside<with_names>("moment to a long text with names", "cctz"),
     beside<read_stamp, stamp_shown>("19 characters to a moment", "cctz"),
-    beside_alone<read_full_stamp>("RFC 3339 with offset and fraction to a moment", "cctz"),
+    beside<read_stamp, stamp_shown>("19 characters read by a pattern", "cctz"),
+    beside<read_full_stamp, fine_shown>("RFC 3339 with offset and fraction to a moment", "cctz"),
 };
 
 }
