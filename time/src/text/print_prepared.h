@@ -18,16 +18,14 @@
             at = write_common(at + step.letters_in_front, step.printed, value);
             continue;
         }
-        if (step.printed == way::letters) {
-            at = copy_name(at, step.format);
-            continue;
-        }
         if (step.letters_in_front != 0)
             *at++ = step.letter_in_front;
-        if (step.printed == way::letter_itself) [[unlikely]]
-            at = print_padded(at, out, ka_format_pieces(step.format), value).end;
-        else
+        if (step.printed <= way::text) [[likely]]
             at = step.printer(at, out, value);
+        else if (step.printed == way::letters)
+            at = copy_name(at, step.format);
+        else
+            at = print_padded(at, out, ka_format_pieces(step.format), value).end;
         if (!out.has_room(at, step.room_behind)) [[unlikely]]
             return print_to_the_last(at, out, ka_format_pieces(step.rest), value);
     }

@@ -18,24 +18,25 @@
     return at + text.size();
 }
 
-/// Copies a short text by two copies that overlap, of which a name costs no
-/// call to `memcpy`.
+inline void copy_four(char* at, const char* text) noexcept
+{
+    std::uint32_t four = 0;
+    std::memcpy(&four, text, sizeof four);
+    std::memcpy(at, &four, sizeof four);
+}
+
+/// Copies a short text by copies that overlap, of which a name costs no call to
+/// `memcpy`, and no branch that its length decides.
 inline char* copy_name(char* at, std::string_view name) noexcept
 {
     const std::size_t size = name.size();
     const char* const text = name.data();
-    if (size - 8 <= 8) {
-        std::uint64_t first = 0, last = 0;
-        std::memcpy(&first, text, 8);
-        std::memcpy(&last, text + size - 8, 8);
-        std::memcpy(at, &first, 8);
-        std::memcpy(at + size - 8, &last, 8);
-    } else if (size - 4 <= 4) {
-        std::uint32_t first = 0, last = 0;
-        std::memcpy(&first, text, 4);
-        std::memcpy(&last, text + size - 4, 4);
-        std::memcpy(at, &first, 4);
-        std::memcpy(at + size - 4, &last, 4);
+    if (size - 4 <= 12) {
+        const std::size_t step = size / 8 * 4, last = size - 4;
+        copy_four(at, text);
+        copy_four(at + step, text + step);
+        copy_four(at + last - step, text + last - step);
+        copy_four(at + last, text + last);
     } else if (size - 2 <= 2) {
         std::uint16_t first = 0, last = 0;
         std::memcpy(&first, text, 2);
