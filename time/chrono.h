@@ -65,11 +65,14 @@ constexpr std::chrono::sys_days ka_to_sys_days(const ka_date& date) noexcept;
 /// A day from 1 January -4713 to 31 December 32766, else `invalid_day`.
 constexpr ka_date ka_to_date(std::chrono::sys_days day);
 
+/// The year as chrono counts it: 1 B.C. is its year 0.
 constexpr std::chrono::year_month_day ka_to_year_month_day(const ka_date& date) noexcept;
 
 /// A day that the calendar has, else `invalid_date`: 30 February does not run
 /// on into March.
 constexpr ka_date ka_to_date(const std::chrono::year_month_day& date);
+/// `2024y / February / last` is 29 February 2024. A year out of the range, or one
+/// that is not `ok()`, throws `invalid_date`.
 constexpr ka_date ka_to_date(const std::chrono::year_month_day_last& date);
 
 // Weekdays, by number. That of a date is `std::chrono::weekday(ka_to_sys_days(date))`.
@@ -82,6 +85,7 @@ constexpr unsigned short ka_to_weekday(std::chrono::weekday weekday);
 
 // Durations.
 
+/// Every count has its period; hours, days and the like go in as they are.
 constexpr ka_time_period ka_to_time_period(std::chrono::microseconds period) noexcept;
 
 /// A period whose microseconds 64 bits hold, some 292,000 years either way; else
@@ -90,6 +94,7 @@ constexpr std::chrono::microseconds ka_to_microseconds(const ka_time_period& per
 
 // Times of day.
 
+/// The same fields, never negative, with all six digits of the fraction.
 constexpr std::chrono::hh_mm_ss<std::chrono::microseconds> ka_to_hh_mm_ss(const ka_time& time);
 
 /// A time from 00:00 to before 24:00, else `invalid_time`. For microseconds
@@ -132,6 +137,8 @@ public:
     constexpr ka_date operator*() const { return ka_date(julian_day_); }
     constexpr ka_date operator[](difference_type days) const { return *(*this + days); }
 
+    // Steps, unchecked: only what asks for the date throws.
+
     constexpr ka_day_iterator& operator++() noexcept { return *this += 1; }
     constexpr ka_day_iterator& operator--() noexcept { return *this += -1; }
     constexpr ka_day_iterator operator++(int) noexcept
@@ -170,6 +177,8 @@ public:
         return difference_type{a.julian_day_} - b.julian_day_;
     }
 
+    // Order: the earlier day first.
+
     constexpr bool operator==(const ka_day_iterator&) const noexcept = default;
     constexpr std::strong_ordering operator<=>(const ka_day_iterator&) const noexcept = default;
 
@@ -187,10 +196,14 @@ public:
         : begin_(first.julian_day()), end_(std::max(first.julian_day(), last.julian_day() + 1))
     {}
 
+    // As of any range: `ka_days(a, b) | std::views::reverse` goes backwards.
+
     constexpr ka_day_iterator begin() const noexcept { return begin_; }
     constexpr ka_day_iterator end() const noexcept { return end_; }
     constexpr std::size_t size() const noexcept { return static_cast<std::size_t>(end_ - begin_); }
     constexpr bool empty() const noexcept { return begin_ == end_; }
+    /// The day so many days after the first, also beyond the last; out of the range
+    /// of `ka_date` it throws `invalid_day`.
     constexpr ka_date operator[](std::ptrdiff_t index) const { return begin_[index]; }
 
 private:

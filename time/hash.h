@@ -25,26 +25,33 @@
 /// No hash throws, or needs the library to be started. A hash is for the
 /// program that runs: another version may have another one.
 
+/// By the day number, as it stands: the days of a year fall into places side by
+/// side.
 template <>
 struct std::hash<ka_date> {
     std::size_t operator()(const ka_date& date) const noexcept;
 };
 
+/// By all microseconds, which wrap at 64 bits; whole days are spread, so that they
+/// don't meet in a few places of a table.
 template <>
 struct std::hash<ka_time_period> {
     std::size_t operator()(const ka_time_period& period) const noexcept;
 };
 
+/// As the period since midnight.
 template <>
 struct std::hash<ka_time> {
     std::size_t operator()(const ka_time& time) const noexcept;
 };
 
+/// As the period from day number 0, in universal time.
 template <>
 struct std::hash<ka_time_and_date> {
     std::size_t operator()(const ka_time_and_date& moment) const noexcept;
 };
 
+/// By magnitude and sign.
 template <>
 struct std::hash<ka_wint> {
     std::size_t operator()(const ka_wint& value) const noexcept;

@@ -38,6 +38,8 @@ concept ka_printable = std::derived_from<Value, ka_date> || std::derived_from<Va
     std::derived_from<Value, ka_wint> || std::derived_from<Value, ka_time_zone> ||
     std::derived_from<Value, ka_time_zone_rule>;
 
+/// Any number of them in a row: `out << date << ' ' << time`. A moment prints in
+/// its zone, a zone its names.
 template <ka_printable Value>
 std::ostream& operator<<(std::ostream& stream, const Value& value)
 {

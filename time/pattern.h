@@ -21,12 +21,15 @@ void ka_a_pattern_has_codes_of_the_format_language();
 /// The text of a pattern, which the compiler has checked where it is a literal.
 class ka_pattern_text {
 public:
+    /// A literal, up to its last character: a NUL inside it belongs to it.
     template <std::size_t Size>
     consteval ka_pattern_text(const char (&literal)[Size]) : text_(literal, Size - 1)
     {
         if (ka_misplaced_code(text_) != text_.npos)
             ka_a_pattern_has_codes_of_the_format_language();
     }
+    /// A text that the program has made or been given. It must outlive this object;
+    /// the pattern that is made of it keeps a copy.
     ka_pattern_text(std::string_view text) noexcept : text_(text) {}
     ka_pattern_text(const std::string& text) noexcept : text_(text) {}
     template <typename Pointer>
@@ -60,11 +63,19 @@ struct ka_prepared_format;
 /// An object never changes, so that threads can share it; a copy copies its text.
 class KA_TIME_VARNEL_API ka_pattern {
 public:
+    /// The language's texts live as long as the pattern. In the user's language,
+    /// names that are set later show, as they do from `to_string` of a value.
     explicit ka_pattern(const ka_pattern_text& format, const ka_language& language = ka_language::user());
 
+    // Printing.
+
+    /// A code for a number of the time of day prints zero beside a date, as one for
+    /// the date does beside a time.
     std::string to_string(const ka_date& value) const;
     std::string to_string(const ka_time& value) const;
     std::string to_string(const ka_time_and_date& value) const;
+
+    // Printing into a caller's room, from `first` to before `last`.
 
     /// Writes the text without a NUL, and returns its end. Where it does not
     /// fit, `ec` is `std::errc::value_too_large`, the end that of the room, and
@@ -75,8 +86,12 @@ public:
 
     /// Whether each value of a type that the pattern prints is read back as the
     /// same value: of a moment, in its zone, where the names before and after a change differ.
+    /// "%Y-%m-%d" is exact for dates, "%d %B" and "%m/%d/%y" are not. For `ka_date`,
+    /// `ka_time` and `ka_time_and_date` alone.
     template <typename Value>
     bool is_exact() const noexcept;
+
+    // What it was made of.
 
     const std::string& format() const noexcept { return format_; }
     const ka_language& language() const noexcept { return language_; }

@@ -51,6 +51,7 @@ void ka_a_format_to_read_tells_all_of_the_value();
 template <typename Value>
 class ka_read_format {
 public:
+    /// A literal: one that can't be read by does not compile.
     template <std::size_t Size>
     consteval ka_read_format(const char (&literal)[Size])
         : text_(literal, Size - 1), is_checked_(!ka_has_user_layout(text_))
@@ -60,6 +61,8 @@ public:
         if (is_checked_ && ka_missing<Value>(ka_fields_of(text_)) != nullptr)
             ka_a_format_to_read_tells_all_of_the_value();
     }
+    /// A text of the program's, which must outlive this object. Where it can't be
+    /// read by, the result is a failure with `failure`.
     ka_read_format(std::string_view text) noexcept : text_(text), is_checked_(false) {}
     ka_read_format(const std::string& text) noexcept : text_(text), is_checked_(false) {}
     template <typename Pointer>
@@ -67,6 +70,7 @@ public:
     noexcept : text_(text), is_checked_(false) {}
 
     constexpr std::string_view text() const noexcept { return text_; }
+    /// Whether the compiler has seen to it.
     constexpr bool is_checked() const noexcept { return is_checked_; }
 
 private:
@@ -74,7 +78,8 @@ private:
     bool is_checked_;
 };
 
-/// A date. Codes for the time of day are read and not kept.
+/// A date. Codes for the time of day are read and not kept: "2024-07-04 18:28" by
+/// "%Y-%m-%d %H:%M" is 4 July 2024.
 KA_TIME_VARNEL_API ka_read_result<ka_date>
 ka_read_date(std::string_view text, const ka_read_format<ka_date>& format, ka_extent extent = ka_extent::all);
 KA_TIME_VARNEL_API ka_read_result<ka_date> ka_read_date(std::string_view text, const ka_pattern& pattern,
@@ -98,6 +103,8 @@ KA_TIME_VARNEL_API ka_read_result<ka_time_and_date>
 ka_read_time_and_date(std::string_view text, const ka_pattern& pattern, const ka_time_zone& zone,
                       ka_local_choice choice = ka_local_choice::compatible,
                       ka_extent extent = ka_extent::all);
+// A temporary zone would be gone when the moment is read.
+
 ka_read_result<ka_time_and_date> ka_read_time_and_date(std::string_view text,
                                                        const ka_read_format<ka_time_and_date>& format,
                                                        const ka_time_zone&& zone,

@@ -37,7 +37,8 @@ public:
     template <ka_integer Hours, ka_integer Minutes, ka_integer Seconds, ka_integer Microseconds = int>
     constexpr ka_time(Hours hours, Minutes minutes, Seconds seconds, Microseconds microseconds = 0);
 
-    /// So many seconds from midnight, modulo a day: -1 is 23:59:59.
+    /// So many seconds from midnight, modulo a day: -1 is 23:59:59. A number alone
+    /// is never refused: `ka_time(90)` is 00:01:30.
     constexpr ka_time(int seconds) noexcept : since_midnight_(seconds) { adjust(); }
     constexpr ka_time(ka_integer auto seconds) noexcept;
 
@@ -49,6 +50,7 @@ public:
     ka_time(const std::tm& fields, unsigned int microseconds = 0);
     ka_time(const std::tm& fields, ka_integer auto microseconds);
 
+    /// Integers of 128 bits don't compile; here and in `time` they would be cut.
     template <typename... Numbers>
     requires(ka_wider_integer<Numbers> || ...) ka_time(Numbers...)
     = delete;
@@ -60,7 +62,7 @@ public:
     /// neither on the zones of this library nor on its having been started.
     static ka_time now();
 
-    // Setting: as the constructors.
+    // Setting: as the constructors. A time that is refused stays what it was.
 
     constexpr void time(unsigned short hours, unsigned short minutes, unsigned short seconds,
                         unsigned int microseconds = 0);
@@ -72,7 +74,7 @@ public:
     template <typename... Numbers>
     requires(ka_wider_integer<Numbers> || ...) void time(Numbers...) = delete;
 
-    // Reading.
+    // Reading, on a clock of 24 hours; `%I` prints the hour of one of 12.
 
     /// 0 to 23.
     constexpr unsigned short hours() const noexcept;
@@ -101,8 +103,11 @@ public:
     static constexpr bool is_second(ka_integer auto value) noexcept;
     static constexpr bool is_microsecond(ka_integer auto value) noexcept;
 
-    // Arithmetic, round the clock. Whole days of a period vanish.
+    // Arithmetic, round the clock. Whole days of a period vanish, and the date
+    // that they would step to is not told: for that there is `ka_time_and_date`.
 
+    /// 23:30 and an hour is 00:30; 00:30 less 49 hours is 23:30. A period of any
+    /// length and sign goes in, and nothing overflows.
     constexpr ka_time operator+(const ka_time_period& period) const noexcept;
     constexpr ka_time operator-(const ka_time_period& period) const noexcept;
     constexpr ka_time& operator+=(const ka_time_period& period) noexcept { return *this = *this + period; }
@@ -123,7 +128,8 @@ public:
     /// For a class that holds times and defaults its own.
     constexpr std::strong_ordering operator<=>(const std::same_as<ka_time> auto& other) const noexcept;
 
-    // The limits, 00:00:00.000000 and 23:59:59.999999.
+    // The limits, 00:00:00.000000 and 23:59:59.999999. The references are valid
+    // from the start of the library to its stop.
 
     static const ka_time& min_time() noexcept;
     static const ka_time& max_time() noexcept;
@@ -169,7 +175,8 @@ private:
 // Beside a time a period is a period, and nothing that converts to one: a number
 // or a stopwatch there does not compile.
 
-/// The period on the right is taken as a time of day, round the clock.
+/// The period on the right is taken as a time of day, round the clock: 01:00 is
+/// equal to a period of 25 hours here, and not in the next comparison.
 constexpr bool operator==(const std::derived_from<ka_time> auto& time,
                           const std::derived_from<ka_time_period> auto& period) noexcept;
 constexpr bool operator!=(const std::derived_from<ka_time> auto& time,

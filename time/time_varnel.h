@@ -4,6 +4,15 @@
 ///
 /// The library starts as it is loaded and stops as it is unloaded, so a program
 /// that is linked with it calls neither function of `time/start_stop.h`.
+///
+///     #include <time/time_varnel.h>
+///
+///     ka_time_and_date(ka_time(18, 0, 0), ka_date(7, 4, 2024), ka_time_zone::pacific()).utc_time().hours();
+///     // 1
+///
+/// Apart stand, for those who ask for them: `columns.h`, `chrono.h`, `exchange.h`,
+/// `format.h`, `hash.h`, `io.h`, `local.h`, `months.h`, `pattern.h`, `read.h` and
+/// `world.h`.
 
 #include <time/calendar.h>
 #include <time/date.h>

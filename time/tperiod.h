@@ -31,11 +31,14 @@ public:
 
     // Building. The constructors refuse what the setters `time_period` refuse.
 
+    /// The period of length zero.
     constexpr ka_time_period() noexcept = default;
+    /// Whole seconds, any that 64 bits with a sign hold; more are refused.
     explicit constexpr ka_time_period(long long seconds) noexcept : seconds_(seconds) {}
     explicit constexpr ka_time_period(ka_unsigned_64 auto seconds) { time_period(seconds, 0); }
     constexpr ka_time_period(long long seconds, int microseconds) { time_period(seconds, microseconds); }
     constexpr ka_time_period(ka_integer auto seconds, ka_integer auto microseconds);
+    /// `ka_time_period(0, -1, -30, 0)` is an hour and a half below zero.
     constexpr ka_time_period(int days, int hours, int minutes, int seconds, int microseconds = 0);
     template <ka_integer Days, ka_integer Hours, ka_integer Minutes, ka_integer Seconds,
               ka_integer Microseconds = int>
@@ -100,7 +103,8 @@ public:
     /// Writes `to_string()`; the stream's width and fill apply.
     void print(std::ostream& stream) const;
 
-    // Order: the shorter, or more negative, first.
+    // Order: the shorter, or more negative, first: by the seconds, and of the same
+    // seconds by the fraction.
 
     constexpr bool operator==(const ka_time_period& other) const noexcept;
     constexpr bool operator!=(const ka_time_period& other) const noexcept { return !(*this == other); }
@@ -113,7 +117,8 @@ public:
 
     // Arithmetic.
 
-    /// Seconds and fractions are added, and a whole second is carried.
+    /// Seconds and fractions are added, and a whole second is carried: 0.75 and 0.5
+    /// seconds are 1.25. The result has one sign again.
     constexpr ka_time_period operator+(const ka_time_period& other) const noexcept;
     /// As `*this + -other`; it throws only where that minus does.
     constexpr ka_time_period operator-(const ka_time_period& other) const;
