@@ -260,25 +260,6 @@ void check_zone(input& in)
         check_moment(in, own, stepwise);
 }
 
-void check_moment_of_record(input& in)
-{
-    std::tm fields = {};
-    fields.tm_year = in.between(-7000, 40000);
-    fields.tm_mon = in.between(-1, 12);
-    fields.tm_mday = in.between(0, 32);
-    fields.tm_hour = in.between(0, 24);
-    ka_time_and_date moment(7);
-    moment.time_zone(ka_time_zone::utc());
-    const int month = fields.tm_mon + 1, year = fields.tm_year + 1900;
-    if (year > SHRT_MAX)
-        return;
-    const bool is_known = is_date(month, fields.tm_mday, year), is_time = fields.tm_hour < 24;
-    const string code = result_of([&] { moment = fields; });
-    agree(code == (!is_known ? "invalid_date" : is_time ? "" : "invalid_time"), "moment of a record");
-    agree(code.empty() ? is(moment.date(), month, fields.tm_mday, year) : moment == ka_time_and_date(7),
-          "moment of a record's fields");
-}
-
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t size)
@@ -294,7 +275,6 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char* bytes, std::size_t si
             break;
         case 2:
             check_calendar_date(in);
-            check_moment_of_record(in);
             break;
         default:
             check_zone(in);

@@ -76,10 +76,12 @@ void check_pattern(const Value& value, const std::string& format, const std::opt
     if (!text)
         return;
     agree(pattern->to_string(value) == *text, "the text of a pattern");
-    std::string written(room, '#');
+    std::string written(room + 1, '#');
     const std::to_chars_result result = pattern->to_chars(written.data(), written.data() + room, value);
     agree((result.ec == std::errc()) == (room >= text->size()), "the room of a text");
     agree(result.ec != std::errc() || std::string(written.data(), result.ptr) == *text, "the text in a room");
+    agree(result.ec == std::errc() || result.ptr == written.data() + room, "the end of a room too small");
+    agree(written.back() == '#', "what lies behind a room");
     if (!is_in_range || !pattern->is_exact<Value>())
         return;
     const auto read = read_by(*text, *pattern, value);

@@ -104,27 +104,18 @@ TEST(exchange, rfc3339_as_it_is_refused)
     const refusal rows[] = {
         {"", "invalid_year: end of text at 0, year"},
         {"2024", "failure: end of text at 4, '-'"},
-        {"24-07-04T18:00:00Z", "invalid_year: 24-0 at 0, year"},
         {"-000000-07-04T18:00:00Z", "invalid_year: -000000 at 0, year"},
-        {"-004713-07-04T18:00:00Z", "invalid_year: -004713 at 0, year"},
         {"+032767-07-04T18:00:00Z", "invalid_year: +032767 at 0, year"},
-        {"2024/07-04T18:00:00Z", "failure: / at 4, '-'"},
         {"2024-13-04T18:00:00Z", "invalid_month: 13 at 5, month"},
         {"2024-7-04T18:00:00Z", "invalid_month: 7- at 5, month"},
         {"2023-02-29T18:00:00Z", "invalid_day: 29 at 8, day"},
-        {"2024-07-00T18:00:00Z", "invalid_day: 00 at 8, day"},
         {"2024-07-04", "failure: end of text at 10, 'T'"},
-        {"2024-07-04_18:00:00Z", "failure: _ at 10, 'T'"},
         {"2024-07-04T24:00:00Z", "invalid_time: 24 at 11, hour"},
-        {"2024-07-04T18:60:00Z", "invalid_time: 60 at 14, minute"},
         {"2024-07-04T18:00:61Z", "invalid_time: 61 at 17, second"},
         {"2024-07-04T18:00Z", "failure: Z at 16, ':'"},
         {"2024-07-04T18:00:00.Z", "invalid_time: Z at 20, fraction"},
-        {"2024-07-04T18:00:00,5Z", "failure: , at 19, offset"},
         {"2024-07-04T18:00:00", "failure: end of text at 19, offset"},
         {"2024-07-04T18:00:00+24:00", "failure: 24 at 20, offset"},
-        {"2024-07-04T18:00:00+02:60", "failure: 60 at 23, offset"},
-        {"2024-07-04T18:00:00+0200", "failure: 0 at 22, ':'"},
         {"2024-07-04T18:00:00Z ", "failure:   at 20, end"},
     };
     expect_refusals(rows, [](std::string_view text) { return ka_read_rfc3339(text); });
@@ -270,7 +261,6 @@ TEST(exchange, rfc5322)
     }
     const refusal refused[] = {
         {"Wed, 21 Nov 1997 09:55:06 -0600", "invalid_weekday: Wed at 0, weekday"},
-        {"Fre, 21 Nov 1997 09:55:06 -0600", "invalid_weekday: Fre at 0, weekday"},
         {"Fri 21 Nov 1997 09:55:06 -0600", "failure: 2 at 4, ','"},
         {"31 Nov 1997 09:55:06 -0600", "invalid_day: 31 at 0, day"},
         {"21 Okt 1997 09:55:06 -0600", "invalid_month: Okt at 3, month"},
@@ -278,8 +268,6 @@ TEST(exchange, rfc5322)
         {"21 Nov 1997 9:55:06 -0600", "invalid_time: 9: at 12, hour"},
         {"21 Nov 1997 09:55:06", "failure: end of text at 20, ' '"},
         {"21 Nov 1997 09:55:06 CEST", "failure: CEST at 21, zone"},
-        {"21 Nov 1997 09:55:06 J", "failure: J at 21, zone"},
-        {"21 Nov 1997 09:55:06 +2", "failure: 2 at 22, zone"},
         {"21 Nov 1997 (no end", "failure: (no end at 12, comment"},
     };
     expect_refusals(refused, [](std::string_view text) { return ka_read_rfc5322(text); });
@@ -311,14 +299,10 @@ TEST(exchange, http_dates)
         {"Mon, 06 Nov 1994 08:49:37 GMT", "invalid_weekday: Mon at 0, weekday"},
         {"Sun, 6 Nov 1994 08:49:37 GMT", "invalid_day: 6  at 5, day"},
         {"Sun, 06 nov 1994 08:49:37 GMT", "invalid_month: nov at 8, month"},
-        {"Sun, 31 Nov 1994 08:49:37 GMT", "invalid_day: 31 at 5, day"},
         {"Sun, 06 Nov 0000 08:49:37 GMT", "invalid_year: 0000 at 12, year"},
-        {"Sun, 06 Nov 1994 08:49 GMT", "failure:   at 22, ':'"},
         {"Sun, 06 Nov 1994 08:49:37 UTC", "failure: UTC at 26, GMT"},
         {"Sun, 06 Nov 1994 08:49:37", "failure: end of text at 25, ' '"},
-        {"Sunday, 06 Nov 1994 08:49:37 GMT", "failure:   at 10, '-'"},
         {"Sun, 06-Nov-94 08:49:37 GMT", "failure: - at 7, ' '"},
-        {"Sun Nov 6 08:49:37 1994", "invalid_day: 6  at 8, day"},
     };
     expect_refusals(refused, [](std::string_view text) { return ka_read_http_date(text); });
     expect_room("Sun, 06 Nov 1994 08:49:37 GMT", [&](char* first, char* last) {
@@ -372,14 +356,11 @@ TEST(exchange, iso_dates_and_times)
         {"2024-1-2", "invalid_month: 1- at 5, month"},
         {"20240704", "failure: 0 at 4, '-'"},
         {"2024-07-04T", "failure: T at 10, end"},
-        {"+2024-07-04", "invalid_year: 2024-0 at 1, year"},
     };
     expect_refusals(dates, [](std::string_view text) { return ka_read_iso_date(text); });
     const refusal weeks[] = {
         {"2024-W53-1", "invalid_week: 53 at 6, week"},
-        {"2024-W00-1", "invalid_week: 00 at 6, week"},
         {"2024-W01-0", "invalid_weekday: 0 at 9, weekday"},
-        {"2024-w01-1", "failure: w at 5, 'W'"},
         {"2024-W01", "failure: end of text at 8, '-'"},
         {"-004712-W01-3", "invalid_day: -004712-W01-3 at 0, date"},
         {"+032766-W52-7", "invalid_day: +032766-W52-7 at 0, date"},
@@ -388,15 +369,11 @@ TEST(exchange, iso_dates_and_times)
     const refusal ordinals[] = {
         {"2023-366", "invalid_day: 366 at 5, day"},
         {"2024-367", "invalid_day: 367 at 5, day"},
-        {"2024-000", "invalid_day: 000 at 5, day"},
-        {"2024-01", "invalid_day: 01 at 5, day"},
     };
     expect_refusals(ordinals, [](std::string_view text) { return ka_read_iso_ordinal_date(text); });
     const refusal times[] = {
         {"24:00", "invalid_time: 24 at 0, hour"},
-        {"18:28.5", "failure: .5 at 5, end"},
         {"18", "failure: end of text at 2, ':'"},
-        {"6:28:38", "invalid_time: 6: at 0, hour"},
     };
     expect_refusals(times, [](std::string_view text) { return ka_read_iso_time(text); });
 }
@@ -411,15 +388,12 @@ TEST(exchange, durations)
         {"P3DT7H30M", ka_time_period(3, 7, 30, 0), nullptr},
         {"PT-0.5S", ka_time_period(0, -500000), nullptr},
         {"PT0S", ka_time_period(), nullptr},
-        {"P2D", ka_time_period(2, 0, 0, 0), nullptr},
         {"P-1DT-1H-1M-1.000001S", ka_time_period(-1, -1, -1, -1, -1), nullptr},
         {"-PT0.5S", ka_time_period(0, -500000), "PT-0.5S"},
-        {"-PT-0.5S", ka_time_period(0, 500000), "PT0.5S"},
         {"P1W", ka_time_period(7, 0, 0, 0), "P7D"},
         {"P1DT-1H", ka_time_period(82800), "PT23H"},
         {"PT1,5H", ka_time_period(5400), "PT1H30M"},
         {"P0.0000116D", ka_time_period(1, 2240), "PT1.00224S"},
-        {"PT36H", ka_time_period(129600), "P1DT12H"},
         {"PT0.0000009S", ka_time_period(), "PT0S"},
         {"P106751991167300DT15H30M7.999999S", ka_time_period(LLONG_MAX, 999999), nullptr},
         {"P-106751991167300DT-15H-30M-8.999999S", ka_time_period(LLONG_MIN, -999999), nullptr},
@@ -439,11 +413,9 @@ TEST(exchange, durations)
         {"P1M", "invalid_time_period: M at 2, no period has years or months"},
         {"PT1D", "invalid_time_period: D at 3, unit"},
         {"P1H", "invalid_time_period: H at 2, unit"},
-        {"PT1M1H", "invalid_time_period: H at 5, unit"},
         {"PT1H1H", "invalid_time_period: H at 5, unit"},
         {"PT1.5H1M", "failure: 1M at 6, end"},
         {"PT1", "invalid_time_period: end of text at 3, unit"},
-        {"PT1.S", "invalid_time_period: S at 4, fraction"},
         {"PT9223372036854775808S", "invalid_time_period: 9223372036854775808S at 2, number"},
         {"P99999999999999999999D", "invalid_time_period: 99999999999999999999 at 1, number"},
         {"P106751991167300DT15H30M8S", "invalid_time_period: 8S at 24, number"},
@@ -462,14 +434,11 @@ TEST(exchange, durations_of_people)
     } rows[] = {
         {"2h05m", ka_time_period(0, 2, 5, 0)},
         {"1d 3h", ka_time_period(1, 3, 0, 0)},
-        {"90 min", ka_time_period(5400)},
         {"2 h 05 min", ka_time_period(0, 2, 5, 0)},
         {"1 day, 3 hours", ka_time_period(1, 3, 0, 0)},
         {"-1 min 01 s 000 ms 001 us", ka_time_period(-61, -1)},
-        {"1.5h", ka_time_period(5400)},
         {"1w2d", ka_time_period(9, 0, 0, 0)},
         {"250ms", ka_time_period(0, 250000)},
-        {"1500 ms", ka_time_period(1, 500000)},
         {"9223372036854775807 s 999999 us", ka_time_period(LLONG_MAX, 999999)},
     };
     for (const auto& row : rows) {
@@ -480,12 +449,9 @@ TEST(exchange, durations_of_people)
     }
     const refusal refused[] = {
         {"", "invalid_time_period: end of text at 0, number"},
-        {"h", "invalid_time_period: h at 0, number"},
         {"2h 5h", "invalid_time_period: h at 4, unit"},
-        {"5m 2h", "invalid_time_period: h at 4, unit"},
         {"1.5h 3m", "failure:  3m at 4, end"},
         {"3 months", "invalid_time_period: months at 2, no period has years or months"},
-        {"1y", "invalid_time_period: y at 1, no period has years or months"},
         {"2 fortnights", "invalid_time_period: fortnights at 2, unit"},
         {"2h ", "invalid_time_period: end of text at 3, number"},
         {"20000000000000000000 us", "invalid_time_period: 20000000000000000000 at 0, number"},
@@ -533,11 +499,9 @@ TEST(exchange, seconds_since_1970)
         {"", "invalid_time: end of text at 0, seconds"},
         {"-", "invalid_time: end of text at 1, seconds"},
         {"+1", "invalid_time: + at 0, seconds"},
-        {"1.", "invalid_time: end of text at 2, fraction"},
         {"1e9", "failure: e9 at 1, end"},
         {"9223371825987972608", "invalid_time: 9223371825987972608 at 0, seconds"},
         {"-9223372247721579009", "invalid_time: -9223372247721579009 at 0, seconds"},
-        {"99999999999999999999", "invalid_time: 99999999999999999999 at 0, seconds"},
     };
     expect_refusals(refused, [](std::string_view text) { return ka_read_unix_seconds(text); });
 }
@@ -563,13 +527,11 @@ TEST(exchange, the_start_of_a_text_alone)
     using extent = ka_extent;
     const auto rfc3339 = [](std::string_view text, extent most) { return ka_read_rfc3339(text, most); };
     expect_start("2024-07-04T18:00:00Z door opened", 20, rfc3339);
-    expect_start("2024-07-04T18:00:00.5+02:00: open", 27, rfc3339);
     expect_start("2024-07-04 18:00:00.1234567zulu", 28, rfc3339);
     const auto local = [](std::string_view text, extent most) {
         return ka_read_rfc3339(text, ka_time_zone::pacific(), ka_local_choice::earlier, most);
     };
     expect_start("2024-07-04 18:28:38 -0700", 19, local);
-    expect_start("2024-07-04 18:28:38.5-07:00 x", 27, local);
     const auto rfc9557 = [](std::string_view text, extent most) {
         return ka_read_rfc9557(text, ka_local_choice::compatible, most);
     };
@@ -578,18 +540,15 @@ TEST(exchange, the_start_of_a_text_alone)
     expect_start("Tue, 1 Jul 2003 10:52:37 +0200 (CEST), again", 30, rfc5322);
     const auto http = [](std::string_view text, extent most) { return ka_read_http_date(text, most); };
     expect_start("Sun, 06 Nov 1994 08:49:37 GMT; path=/", 29, http);
-    expect_start("Sun Nov  6 08:49:37 1994, a comma", 24, http);
     const auto date = [](std::string_view text, extent most) { return ka_read_iso_date(text, most); };
     expect_start("2024-07-04T18:00", 10, date);
     const auto time = [](std::string_view text, extent most) { return ka_read_iso_time(text, most); };
     expect_start("18:28 h", 5, time);
     const auto iso = [](std::string_view text, extent most) { return ka_read_iso_duration(text, most); };
     expect_start("P3DT7H30M/2024-07-04", 9, iso);
-    expect_start("P3D, Tuesday", 3, iso);
     const auto people = [](std::string_view text, extent most) { return ka_read_duration(text, most); };
     expect_start("2h05m, then home", 5, people);
     expect_start("1 day, 3 hours  later", 14, people);
-    expect_start("1.5h 3m", 4, people);
     const auto seconds = [](std::string_view text, extent most) { return ka_read_unix_seconds(text, most); };
     expect_start("1720130400.25 door opened", 13, seconds);
 

@@ -103,34 +103,6 @@ TEST_F(moments, setters_and_constructors)
     EXPECT_EQ(&changed.time_zone(), &failing);
 }
 
-TEST_F(moments, adjustments_of_any_length)
-{
-    const struct {
-        ka_time_period adjustment;
-        ka_date date;
-        ka_time time;
-    } readings[] = {
-        {one_us, {7, 2, 2024}, {0, 0, 0}},
-        {-one_us, {7, 1, 2024}, {23, 59, 59, 999998}},
-        {ka_time_period(86400), {7, 2, 2024}, {23, 59, 59, 999999}},
-        {ka_time_period(-86400), {6, 30, 2024}, {23, 59, 59, 999999}},
-        {ka_time_period(-86399), {7, 1, 2024}, {0, 0, 0, 999999}},
-    };
-    const ka_calendar_date may({}, 5, 1), september({}, 9, 1);
-    for (const auto& [adjustment, date, time] : readings) {
-        SCOPED_TRACE(shown(adjustment));
-        ka_simple_time_zone_rule rule(may, september, 2024, 0, adjustment);
-        zone summery({}, "STD", "DST");
-        summery.insert(rule);
-        const moment read = universal({7, 1, 2024}, ka_time::max_time(), summery);
-        EXPECT_EQ(read.date(), date);
-        EXPECT_EQ(read.time(), time);
-        EXPECT_EQ(local(read), date.to_string("%Y-%m-%d ") + time.to_string("%H:%M:%S.%q") + " " +
-                                   summery.name(time, date));
-        EXPECT_EQ(moment(time, date, summery), read);
-    }
-}
-
 TEST_F(moments, order_and_difference_go_by_the_instant)
 {
     const moment early = universal({1, 15, 2024}, {12, 0, 0}, zone::utc()), later = early + one_us;
