@@ -216,7 +216,8 @@ void check_span(const ka_date& from, const ka_date& to)
     const int sign = from <= to ? 1 : -1;
     agree(from + apart == to, "a span leads to its end");
     agree(apart.years * sign >= 0, "years of a span");
-    agree(apart.months * sign >= 0 && apart.months * sign < 12, "months of a span");
+    agree(apart.months * sign >= 0, "the sign of a span's months");
+    agree(apart.months * sign < 12, "months of a span");
     agree(apart.days * sign >= 0, "days of a span");
     const ka_months further(12 * apart.years + apart.months + sign);
     const std::string next = result_of([&] {

@@ -81,11 +81,10 @@ string printed(const string& format, const fields& v);
 
 string printed(char letter, const fields& v)
 {
-    constexpr int invalid_date = 3, invalid_month = 7;
     if (!v.is_date && string("aAjUwW").find(letter) != string::npos)
-        throw ka_time_varnel_error(invalid_date, "");
+        throw ka_time_varnel_error(ka_invalid_date, "");
     if (v.month == 0 && (letter == 'b' || letter == 'B'))
-        throw ka_time_varnel_error(invalid_month, "");
+        throw ka_time_varnel_error(ka_invalid_month, "");
     const int hour = v.second / 3600;
     const int hour_of_12 = (hour + 11) % 12 + 1;
     const auto month = static_cast<unsigned short>(v.month);

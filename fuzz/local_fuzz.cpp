@@ -45,7 +45,8 @@ void check_gap(const witness& by, const ka_local_moments& found, const ka_time_p
 {
     const ka_time_period before = local - by.standard(found.later),
                          after = local - by.standard(found.earlier);
-    agree(by.adjustments.contains(before) && by.adjustments.contains(after), "adjustments round a gap");
+    agree(by.adjustments.contains(before), "the adjustment before a gap");
+    agree(by.adjustments.contains(after), "the adjustment after a gap");
     agree(before < after, "clocks go forward over a gap");
     ka_time_and_date at = found.earlier;
     for (;;) {

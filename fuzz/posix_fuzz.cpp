@@ -15,7 +15,7 @@ int refused_at(const std::string& text)
         const std::string message = error.what();
         const std::string mark = " ), at( ";
         const std::size_t place = message.rfind(mark);
-        agree(error.code() == 0, "the code of a refused text");
+        agree(error.code() == ka_failure, "the code of a refused text");
         agree(place != std::string::npos, "a place in the message");
         return std::atoi(message.c_str() + place + mark.size());
     }

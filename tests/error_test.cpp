@@ -50,6 +50,6 @@ TEST(error, keeps_511_characters_in_every_copy_and_is_caught_by_its_root)
             EXPECT_EQ(each.code(), -7);
         }
     }
-    EXPECT_STREQ(error(4, nullptr).what(), "");
-    EXPECT_THROW(throw error(8, "text"), ka_varnel_error);
+    EXPECT_STREQ(error(ka_invalid_day, nullptr).what(), "");
+    EXPECT_THROW(throw error(ka_invalid_year, "text"), ka_varnel_error);
 }

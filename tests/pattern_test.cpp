@@ -34,7 +34,7 @@ TEST(pattern, refuses_what_is_no_code)
             ka_pattern{row.format};
             ADD_FAILURE() << "nothing was thrown";
         } catch (const ka_time_varnel_error& error) {
-            EXPECT_EQ(error.code(), 0);
+            EXPECT_EQ(error.code(), ka_failure);
             EXPECT_NE(std::string(error.what()).find("at " + row.place + " in "), std::string::npos);
         }
     }

@@ -66,10 +66,10 @@ TEST(read_result, hostile_texts_are_cut_and_defused)
          std::string(37, '\x80') + "... at 0, %B, in " + std::string(50, '\x80')},
     };
     for (const auto& row : rows) {
-        const ka_read_failure failure(0, row.text, row.position, row.length, row.field);
+        const ka_read_failure failure(ka_failure, row.text, row.position, row.length, row.field);
         EXPECT_EQ(failure.message(), "failure: " + row.message);
     }
-    EXPECT_EQ(ka_read_failure(10, "x", 0, 1, "y").code(), 0);
+    EXPECT_EQ(ka_read_failure(10, "x", 0, 1, "y").code(), ka_failure);
 }
 
 }

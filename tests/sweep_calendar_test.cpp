@@ -97,7 +97,7 @@ bool is_refused(u16 month, int day, short year)
         (void)ka_date(month, static_cast<u16>(day), year);
         return false;
     } catch (const ka_time_varnel_error& error) {
-        return error.code() == 3;
+        return error.code() == ka_invalid_date;
     }
 }
 

@@ -3,7 +3,6 @@
 #include <map>
 #include <optional>
 #include <ostream>
-#include <set>
 #include <string>
 #include <type_traits>
 #include <variant>
@@ -137,7 +136,7 @@ std::optional<std::invoke_result_t<Operation>> unless_out_of_range(Operation ope
     try {
         return operation();
     } catch (const ka_time_varnel_error& error) {
-        if (error.code() != 4)
+        if (error.code() != ka_invalid_day)
             throw;
         return {};
     }
@@ -239,31 +238,19 @@ TEST(zone_sweep, every_change_of_the_clocks_and_the_ends_of_the_range)
     }
 }
 
-TEST(zone_sweep, zones_share_rules_and_are_found_as_the_table_says)
+TEST(zone_sweep, zones_are_found_as_the_table_says)
 {
-    std::set<const void*> distinct;
     std::map<minutes, const zone*> first_of;
     for (const zone_row& row : catalogue) {
-        const zone& built_in = row.get();
         SCOPED_TRACE(row.std_name);
-        EXPECT_EQ(built_in.name(), row.std_name);
-        EXPECT_EQ(built_in.dst_name(), row.dst_name);
-        int slot = 0;
-        for (auto expected = row.rules.rbegin(); expected != row.rules.rend(); ++expected) {
-            const ka_time_zone_rule* const rule = opened_zone::rule_in_slot(built_in, slot++);
-            ASSERT_NE(rule, nullptr);
-            EXPECT_EQ(rule->start_year(), expected->first_year);
-            EXPECT_EQ(rule->end_year(), expected->last_year);
-            distinct.insert({rule, &rule->start_point(), &rule->end_point()});
-        }
-        EXPECT_EQ(opened_zone::rule_in_slot(built_in, slot), nullptr);
-        const zone* const found = first_of.try_emplace(row.offset, &built_in).first->second;
+        EXPECT_EQ(row.get().name(), row.std_name);
+        EXPECT_EQ(row.get().dst_name(), row.dst_name);
+        const zone* const found = first_of.try_emplace(row.offset, &row.get()).first->second;
         for (const auto delta : {-1us, 0us, 1us})
             for (const bool dst : {false, true})
                 EXPECT_EQ(opened_zone::find(as_period(row.offset + delta), dst),
                           delta == 0us ? found : nullptr);
     }
-    EXPECT_EQ(distinct.size(), 16u + 17u);
 }
 
 }
