@@ -7,8 +7,8 @@
 ///
 ///     #include <time/time_varnel.h>
 ///
-///     ka_time_and_date(ka_time(18, 0, 0), ka_date(7, 4, 2024), ka_time_zone::pacific()).utc_time().hours();
-///     // 1
+///     const ka_time_and_date call(ka_time(18, 0, 0), ka_date(7, 4, 2024), ka_time_zone::pacific());
+///     call.utc_time().hours();    // 1
 ///
 /// Apart stand, for those who ask for them: `columns.h`, `chrono.h`, `exchange.h`,
 /// `format.h`, `hash.h`, `io.h`, `local.h`, `months.h`, `pattern.h`, `read.h` and
