@@ -224,6 +224,9 @@ string check_written(input& in)
     texts[5] = in.one_in(2) ? ka_iso_week_date(date) : ka_iso_ordinal_date(date);
     texts[6] = in.one_in(2) ? ka_iso_date(date) : ka_iso_time(time);
     agree(ka_read_iso_time(ka_iso_time(time)).value() == time, "time of ISO 8601");
+    agree(ka_read_iso_date(ka_iso_date(date)).value() == date, "date of ISO 8601");
+    agree(ka_read_iso_week_date(ka_iso_week_date(date)).value() == date, "week date of ISO 8601");
+    agree(ka_read_iso_ordinal_date(ka_iso_ordinal_date(date)).value() == date, "ordinal date of ISO 8601");
     return texts[in.between(0, 6)];
 }
 
