@@ -3,7 +3,8 @@
 
     table.py BUILD counts              compares with counts.txt
     table.py BUILD update              writes counts.txt
-    table.py BUILD table [markdown]    times everything, and prints all
+    table.py BUILD table               times everything, and prints all
+    table.py BUILD markdown OTHER      the same for a page, with the figures of another compiler's build beside
 """
 
 import os
@@ -176,6 +177,7 @@ def table_rows(build):
 
 def print_table(rows, markdown):
     head = ["operation", "ns", "peers, ns", "ratio", "goal", "instructions", "goal", "short of"]
+    head += ["ns by clang", "ratio", "instructions"][:len(rows[0]) - len(head)]
     widths = [max(len(row[i]) for row in [head, *rows]) for i in range(len(head))]
     edge, between = ("| ", " | ") if markdown else ("", "  ")
     for number, row in enumerate([head, *rows]):
@@ -184,12 +186,21 @@ def print_table(rows, markdown):
             print("|" + "|".join("-" * (width + 2) for width in widths) + "|")
 
 
-def main(build, command, *options):
+def with_other_compiler(rows, other):
+    """Time, ratio and instructions by another compiler as columns at the end."""
+    found = {row[0]: [row[1], row[3], row[5]] for row in table_rows(other)[0]}
+    return [row + found[row[0]] for row in rows]
+
+
+def main(build, command, *others):
     build = pathlib.Path(build).resolve()
-    if command == "table":
+    if command in ("table", "markdown"):
         rows, remarks = table_rows(build)
         print(machine(build) + "\n")
-        print_table(rows, "markdown" in options)
+        for other in map(pathlib.Path, others):
+            print(machine(other) + "\n")
+            rows = with_other_compiler(rows, other.resolve())
+        print_table(rows, command == "markdown")
         for remark in remarks:
             print("\n" + remark)
         return 0
