@@ -259,8 +259,9 @@ TEST(columns, read_as_moments_do)
 
 TEST(columns, mean_what_local_times_mean)
 {
-    for (const auto& [name, zone] : samples().all) {
-        SCOPED_TRACE(name);
+    for (const sample& of : samples().all) {
+        SCOPED_TRACE(of.name);
+        const ka_time_zone& zone = of.zone;
         std::vector<ka_clock_fields> fields;
         // What reads at the changes, and what they skip and repeat.
         for (const long long instant : edges(zone))

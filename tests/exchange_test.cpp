@@ -12,7 +12,7 @@
 #include "printers.h"
 
 // The examples of the standards and what they refuse. What is written and read
-// back at random is with the fuzzer, and all days with the sweeps.
+// back at random is with the fuzzer.
 
 namespace {
 
