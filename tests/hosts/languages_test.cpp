@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -5,7 +6,6 @@
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <regex>
 #include <set>
 #include <sstream>
 #include <string>
@@ -38,21 +38,24 @@ std::string output_of(const std::string& command)
 /// The languages that leave the numeric offset out of a code, by the page of the manual.
 std::set<std::string> without_offset(const std::string& code)
 {
+    const std::string row = "| `" + code + "` | the numeric offset ";
     std::ifstream page(PAGE);
     std::set<std::string> languages;
-    const std::regex row("\\| `(%.)` \\| the numeric offset[^|]*\\| (.*) \\|");
-    for (std::string line; std::getline(page, line);)
-        if (std::smatch found; std::regex_match(line, found, row) && found[1] == code) {
-            std::istringstream names(found[2]);
-            languages.insert(std::istream_iterator<std::string>(names), {});
-        }
+    for (std::string line; std::getline(page, line);) {
+        if (!line.starts_with(row))
+            continue;
+        std::istringstream names(line.substr(line.find(" | ", row.size()) + 3));
+        for (std::string name; names >> name && name != "|";)
+            languages.insert(name);
+    }
     return languages;
 }
 
 /// The language of a locale: its name without the encoding.
 std::string language_of(const std::string& name)
 {
-    return std::regex_replace(name, std::regex("\\.[^@]*"), "");
+    const std::size_t point = std::min(name.find('.'), name.size());
+    return name.substr(0, point) + name.substr(std::min(name.find('@', point), name.size()));
 }
 
 /// The texts of a code over a year, beside those of the runtime, and read back where they can be.
