@@ -65,13 +65,22 @@ bool is_dst_by_rules(const ka_time_period& instant, const ka_time_zone& zone);
 reading reading_by_rules(const ka_time_period& instant, const ka_time_zone& zone);
 std::tm fields_by_rules(const ka_time_period& instant, const ka_time_zone& zone);
 
-/// All of a reading, in any zone.
+/// All of a reading, in any zone. Those without rules, as that of universal time,
+/// show the standard clock.
 [[gnu::always_inline]] inline reading local_reading(const ka_time_period& instant, const ka_time_zone& zone)
 {
-    if (!goes_by_table(zone))
+    if (goes_by_table(zone)) {
+        const clock_by_table local = indexed_clock(instant, zone);
+        return local.is_told ? reading_of(local, instant) : reading_by_table(instant, zone);
+    }
+    if (rules::has_rules(zone))
         return reading_by_rules(instant, zone);
-    const clock_by_table local = indexed_clock(instant, zone);
-    return local.is_told ? reading_of(local, instant) : reading_by_table(instant, zone);
+    const standard_clock standard(instant, zone);
+    if (!standard.is_regular) [[unlikely]]
+        return reading_by_rules(instant, zone);
+    const ka_date date = date_at(standard.seconds);
+    return {time_at(standard.seconds, instant.microseconds()), date, ka_gregorian::split(date.julian_day()),
+            false, nullptr};
 }
 
 }
