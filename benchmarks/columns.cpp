@@ -1,6 +1,5 @@
 #include <time/columns.h>
 
-#include <chrono>
 #include <span>
 #include <thread>
 
@@ -88,21 +87,22 @@ std::string set_result(std::size_t i)
 double fields_at_once(int threads)
 {
     constexpr int rounds = 400;
-    const auto read = [] {
-        results<ka_clock_fields> own;
+    std::vector<double> taken(static_cast<std::size_t>(threads));
+    const auto read = [](double& nanoseconds) {
+        static thread_local results<ka_clock_fields> own;
+        const double begin = thread_nanoseconds();
         for (int round = 0; round < rounds; ++round) {
             keep(ka_local_fields(ka_time_zone::pacific(), now(inputs().instants_in_order), own));
             keep(own);
         }
+        nanoseconds = thread_nanoseconds() - begin;
     };
-    const auto begin = std::chrono::steady_clock::now();
     std::vector<std::thread> all;
-    for (int thread = 0; thread < threads; ++thread)
-        all.emplace_back(read);
+    for (double& one : taken)
+        all.emplace_back(read, std::ref(one));
     for (std::thread& one : all)
         one.join();
-    const std::chrono::duration<double, std::nano> taken = std::chrono::steady_clock::now() - begin;
-    return taken.count() / (rounds * static_cast<double>(batch_size));
+    return *std::max_element(taken.begin(), taken.end()) / (rounds * static_cast<double>(batch_size));
 }
 
 std::vector<operation> column_operations()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <ctime>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -55,8 +56,16 @@ std::vector<operation> exchange_operations();
 std::vector<operation> arithmetic_operations();
 std::vector<operation> all_operations();
 
-/// Threads that each read a column of fields of its own, all at once: nanoseconds a row by the wall clock.
+/// Threads that each read a column of fields of its own, all at once: nanoseconds a row of the slowest.
 double fields_at_once(int threads);
+
+/// The time of the thread itself.
+inline double thread_nanoseconds()
+{
+    timespec clock;
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &clock);
+    return static_cast<double>(clock.tv_sec) * 1e9 + static_cast<double>(clock.tv_nsec);
+}
 
 /// The same work as it is done with something else.
 struct peer {

@@ -53,13 +53,6 @@ std::size_t check_that_results_agree()
     return most;
 }
 
-double thread_nanoseconds()
-{
-    timespec clock;
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &clock);
-    return static_cast<double>(clock.tv_sec) * 1e9 + static_cast<double>(clock.tv_nsec);
-}
-
 void nothing() {}
 
 /// Nanoseconds of the thread's own time for a batch of inputs that nobody has seen yet.
