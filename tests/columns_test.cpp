@@ -4,7 +4,6 @@
 #include <random>
 #include <stdexcept>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -343,34 +342,4 @@ TEST(columns, what_a_rule_throws_passes_through)
     EXPECT_THROW((void)ka_local_offsets(zone, instants, offsets), std::runtime_error);
     EXPECT_EQ(offsets[1], 3'600'000'000);
     EXPECT_EQ(offsets[2], -7);
-}
-
-TEST(columns, rules_that_change_between_two_calls)
-{
-    const ka_calendar_date start(none, 5, 5), end(none, 9, 9);
-    ka_simple_time_zone_rule rule(start, end, 2000, 0);
-    ka_time_zone zone(none);
-    zone.insert(rule);
-    const std::vector<long long> instants{1720117718000123, 1720117719000000};
-    ASSERT_NO_FATAL_FAILURE(expect_as_moments(zone, instants));
-    rule.start_year(2025);
-    ASSERT_NO_FATAL_FAILURE(expect_as_moments(zone, instants));
-}
-
-TEST(columns, parts_by_threads)
-{
-    const ka_time_zone& zone = ka_zone("Europe/Berlin");
-    const std::vector<long long> instants = random_instants(20000);
-    std::vector<long long> whole(instants.size()), parts(instants.size());
-    const auto read = [&](std::vector<long long>& to, std::size_t first, std::size_t end) {
-        for (std::size_t at = first; at < end; ++at)
-            at += ka_local_offsets(zone, std::span(instants).subspan(at, end - at),
-                                   std::span(to).subspan(at, end - at))
-                      .done;
-    };
-    std::thread other(read, std::ref(parts), 0, 10000);
-    read(parts, 10000, 20000);
-    other.join();
-    read(whole, 0, 20000);
-    EXPECT_EQ(parts, whole);
 }
