@@ -247,6 +247,13 @@ TEST(start, leaves_the_language_of_the_process_and_of_its_threads)
     EXPECT_STREQ(std::setlocale(LC_ALL, nullptr), "C");
 }
 
+TEST(languages, have_their_layouts_read_back_from_what_they_print)
+{
+    const ka_language french("French_France.1252");
+    EXPECT_EQ(french.date_layout(), "%d/%m/%f");
+    EXPECT_EQ(french.time_layout(), "%H:%M:%S");
+}
+
 TEST(reload, is_new_each_time_and_leaves_nothing)
 {
     const second_library second;
